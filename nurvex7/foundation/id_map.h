@@ -1,0 +1,221 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace nurvex7 {
+
+/// Records by id: an ordered map from int to T for ids that come in runs.
+///
+/// Ids are process-wide, so the records of one graph may start at ten million, and break nodes
+/// count downwards beside real nodes that count upwards. Records lie in pages of PAGE_SIZE
+/// neighbouring ids; a small open-addressing table (Knuth, TAOCP vol. 3, 6.4) finds a page, and the
+/// pages in id order serve the walks. Memory follows the number of pages in use, never the range
+/// of the ids.
+///
+/// Order   walks go by ascending id
+/// Keeps   references to records stay valid while records are added or others erased
+/// Duty    nothing is added or erased while a walk runs
+template <typename T>
+class IdMap {
+    static constexpr int PAGE_BITS = 4;
+    static constexpr int PAGE_SIZE = 1 << PAGE_BITS;
+
+    struct Page {
+        explicit Page(std::int32_t n) : number(n) {}
+        Page(const Page& other) : number(other.number) {
+            for (int i = 0; i < PAGE_SIZE; ++i) {
+                if ((other.used >> i) & 1U) {
+                    std::construct_at(at(i), *other.at(i));
+                    used |= 1U << i;
+                }
+            }
+        }
+        Page& operator=(const Page&) = delete;
+        ~Page() {
+            for (int i = 0; i < PAGE_SIZE; ++i) {
+                if ((used >> i) & 1U) {
+                    std::destroy_at(at(i));
+                }
+            }
+        }
+
+        bool holds(int i) const { return ((used >> i) & 1U) != 0; }
+        T* at(int i) { return reinterpret_cast<T*>(memory.data()) + i; }
+        const T* at(int i) const { return reinterpret_cast<const T*>(memory.data()) + i; }
+
+        std::int32_t number;
+        std::uint32_t used = 0;
+        alignas(T) std::array<std::byte, sizeof(T) * PAGE_SIZE> memory;
+    };
+
+public:
+    IdMap() = default;
+    IdMap(const IdMap& other) : count(other.count), in_order(other.in_order) {
+        pages.reserve(other.pages.size());
+        for (const auto& page : other.pages) {
+            pages.push_back(std::make_unique<Page>(*page));
+        }
+        rebuild_table();
+    }
+    IdMap(IdMap&& other) noexcept { swap(other); }
+    IdMap& operator=(IdMap other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~IdMap() = default;
+
+    void swap(IdMap& other) noexcept {
+        pages.swap(other.pages);
+        table.swap(other.table);
+        std::swap(count, other.count);
+        std::swap(in_order, other.in_order);
+    }
+
+    std::size_t size() const { return count; }
+    bool empty() const { return count == 0; }
+
+    void clear() { IdMap().swap(*this); }
+
+    /// The record of an id, null where there is none.
+    T* find(int id) {
+        Page* const page = find_page(id >> PAGE_BITS);
+        const int place = id & (PAGE_SIZE - 1);
+        return page != nullptr && page->holds(place) ? page->at(place) : nullptr;
+    }
+    const T* find(int id) const { return const_cast<IdMap*>(this)->find(id); }
+
+    /// The record of an id, made from the arguments where there is none.
+    template <typename... Args>
+    T& find_or_make(int id, Args&&... args) {
+        Page* page = find_page(id >> PAGE_BITS);
+        if (page == nullptr) {
+            page = add_page(id >> PAGE_BITS);
+        }
+        const int place = id & (PAGE_SIZE - 1);
+        if (!page->holds(place)) {
+            std::construct_at(page->at(place), std::forward<Args>(args)...);
+            page->used |= 1U << place;
+            ++count;
+        }
+        return *page->at(place);
+    }
+
+    T& operator[](int id) { return find_or_make(id); }
+
+    /// Drops the record of an id, if there is one. Gives whether there was.
+    bool erase(int id) {
+        Page* const page = find_page(id >> PAGE_BITS);
+        const int place = id & (PAGE_SIZE - 1);
+        if (page == nullptr || !page->holds(place)) {
+            return false;
+        }
+        page->used &= ~(1U << place);
+        --count;
+        std::destroy_at(page->at(place));
+        return true;
+    }
+
+    /// Drops every record for which `drop(id, record)` is true, and the pages that fall empty.
+    template <typename F>
+    void erase_if(F drop) {
+        for (const auto& page : pages) {
+            for (int i = 0; i < PAGE_SIZE; ++i) {
+                if (page->holds(i) && drop(id_of(*page, i), *page->at(i))) {
+                    page->used &= ~(1U << i);
+                    --count;
+                    std::destroy_at(page->at(i));
+                }
+            }
+        }
+        std::erase_if(pages, [](const auto& page) { return page->used == 0; });
+        rebuild_table();
+    }
+
+    /// Calls `f(id, record)` for every record by ascending id.
+    template <typename F>
+    void for_each(F f) {
+        sort_pages();
+        for (const auto& page : pages) {
+            for (std::uint32_t left = page->used; left != 0; left &= left - 1) {
+                const int i = std::countr_zero(left);
+                f(id_of(*page, i), *page->at(i));
+            }
+        }
+    }
+    template <typename F>
+    void for_each(F f) const {
+        const_cast<IdMap*>(this)->for_each([&](int id, const T& record) { f(id, record); });
+    }
+
+private:
+    static int id_of(const Page& page, int place) { return (page.number << PAGE_BITS) | place; }
+
+    std::size_t slot_of(std::int32_t number) const {
+        const std::uint32_t mixed = static_cast<std::uint32_t>(number) * 0x9E3779B1U;
+        return (mixed ^ (mixed >> 15)) & (table.size() - 1);
+    }
+
+    Page* find_page(std::int32_t number) const {
+        if (table.empty()) {
+            return nullptr;
+        }
+        for (std::size_t slot = slot_of(number);; slot = (slot + 1) & (table.size() - 1)) {
+            if (table[slot].page == nullptr || table[slot].number == number) {
+                return table[slot].page;
+            }
+        }
+    }
+
+    Page* add_page(std::int32_t number) {
+        in_order = in_order && (pages.empty() || pages.back()->number < number);
+        pages.push_back(std::make_unique<Page>(number));
+        if (pages.size() * 2 > table.size()) {
+            rebuild_table();
+        } else {
+            enter(pages.back().get());
+        }
+        return pages.back().get();
+    }
+
+    void enter(Page* page) {
+        std::size_t slot = slot_of(page->number);
+        while (table[slot].page != nullptr) {
+            slot = (slot + 1) & (table.size() - 1);
+        }
+        table[slot] = {page->number, page};
+    }
+
+    void rebuild_table() {
+        table.assign(pages.empty() ? 0 : std::bit_ceil(pages.size() * 4), Slot());
+        for (const auto& page : pages) {
+            enter(page.get());
+        }
+    }
+
+    void sort_pages() {
+        if (!in_order) {
+            std::sort(pages.begin(), pages.end(),
+                      [](const auto& a, const auto& b) { return a->number < b->number; });
+            in_order = true;
+        }
+    }
+
+    struct Slot {
+        std::int32_t number = 0;
+        Page* page = nullptr;
+    };
+
+    std::vector<std::unique_ptr<Page>> pages;
+    std::vector<Slot> table;
+    std::size_t count = 0;
+    bool in_order = true; ///< pages stand by ascending number
+};
+
+} // namespace nurvex7

@@ -1,0 +1,200 @@
+#pragma once
+
+#include "nurvex7/export.h"
+#include "nurvex7/layout/ilayout.h"
+#include "nurvex7/layout/layout_records.h"
+#include "nurvex7/model/node.h"
+#include "nurvex7/model/structure_index.h"
+
+#include <map>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace nurvex7 {
+
+/// The incremental layered layout. Levels are columns, x grows with the level, y runs along a
+/// level; long edges bend at dummy nodes; edges that run backwards or stay on their level are
+/// routed on tracks under their nodes; edges across the border of an owner end in ports on it.
+///
+/// The frame is that of Sugiyama, Tagawa and Toda ("Methods for visual understanding of
+/// hierarchical system structures", 1981): levels, dummy nodes, order, coordinates. What it adds is
+/// Update: old nodes keep their level, their order and their y, and only what is new is fitted into
+/// the free spaces.
+///
+/// A run serves one owner and what it owns directly. Make and Update serve the owners below first:
+/// for the outer run an owner is one large node. All phases are members that a derived layout may
+/// replace in the lists or call from phases of its own.
+///
+/// Space   owner-relative, in all phases
+/// Duty    not for two graphs in turn: the tables of an owner are kept under its id, and the roots
+///         of all graphs share the id 0. In an Update each new node has an old neighbour that was
+///         visible, or its whole component is new.
+class NURVEX7_API IncLayout : public ILayout {
+public:
+    /// The spacing defaults: level_gap 30, node_gap 12, edge_gap 2, edge_margin 5.
+    IncLayout();
+    /// The parameters are told at Init.
+    IncLayout(double level_gap, double node_gap, double edge_gap, double edge_margin);
+    ~IncLayout() override;
+    IncLayout(const IncLayout&) = delete;
+    IncLayout& operator=(const IncLayout&) = delete;
+
+    /// A new layout with the default spacing.
+    static graph_ptr2<IncLayout> Create();
+
+    /// Sets the spacing and appends the phases to the three lists.
+    ///
+    /// level_gap    x distance between two levels that are not empty; level 1 starts there
+    /// node_gap     y distance between two real nodes of a level, half of it on each side
+    /// edge_gap     y distance between dummy nodes, and between tracks under a node
+    /// edge_margin  x length of the stubs beside a node at which routed edges turn
+    ///
+    /// Deliberate: appends, never replaces. A second Init makes every phase run twice.
+    void Init(double level_gap, double node_gap, double edge_gap, double edge_margin);
+
+    void Make(Node owner) override;
+    void Update(Node owner) override;
+    void Resize(Node owner) override;
+
+protected:
+    friend class LayoutProbe;
+
+    using phase_t = void (IncLayout::*)();
+    using node_store = GraphInfoStore<NodeInfo, EdgeInfo>;
+    using local_store = GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>;
+    using node_iterator = std::vector<Node>::iterator;
+
+    // Level assignment (level_assignment.cpp)
+    void determine_levels();
+    void determine_new_nodes_levels();
+    void find_connectivity_components(std::vector<Node>* list,
+                                      std::vector<std::vector<Node>>* components);
+    void collect_connectivity_component(Node start, std::vector<Node>* component);
+    void enumerate_connectivity_component(std::vector<Node>* component);
+    void _mark_edges(const Node& node);
+    int _degree(std::span<const NodeEdgePair> set);
+    int _degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order order, bool both);
+    void mark_reversed_edges(std::vector<Node>* list, bool by_order);
+    void mark_levels(std::vector<Node>* list);
+    void set_node_level(const Node& node, int level);
+    void tighten_start_nodes(std::vector<Node>* starts);
+    void mark_new_nodes_levels(std::vector<Node>* component);
+
+    // Dummy nodes (dummy_nodes.cpp)
+    void place_nodes_on_levels();
+    void insert_dummy_nodes_inout(const Node& node, Order order);
+    void insert_dummy_nodes_between(const Node& from, const Node& to, Edge edge);
+
+    // Marks and level table (level_table.cpp)
+    void mark_old();
+    void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
+    void shift_old_levels();
+    void place_new_nodes();
+    bool _is_new(const Node& node);
+
+    // Crossing reduction (crossing_reduction.cpp)
+    void barycentric_adjust();
+    void forward_barycentric_adjust();
+    void backward_barycentric_adjust();
+    void enumerate_level_by_y_coord(std::vector<Node>* level);
+
+    // Vertical placement (vertical_placement.cpp)
+    void calculate_initial_y_coords();
+    void make_y_shifts();
+    double _get_height(const Node& node);
+
+    // Force adjustment (force_adjustment.cpp)
+    void force_adjust();
+    void force_adjust_block(node_iterator first, node_iterator last, DependenceLevel dependence,
+                            bool with_dummies, double lower, double upper);
+
+    // Coordinates (coordinates.cpp) and routing (edge_routing.cpp)
+    void calculate_x_coords();
+    void place_normal_node(Node node, double x_start, double x_end, double y);
+    void place_break_node(Node node, double x_start, double x_end, double y, const Node& owner);
+    void adjust_break_to_inner(Node break_node, const Node& node, double x, double y, Order order);
+    void place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
+                            const Node& owner);
+    void place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
+                           const Node& owner);
+    void adjust_ports(std::vector<Node>* level, double x, Order order);
+    tamsel7::point<double> get_inout_coords(const NodeEdgePair& pair, Order order);
+
+    // The old drawing (old_drawing.cpp)
+    void restore_old_levels();
+    void restore_old_dummy(const Node& node);
+
+    // New nodes (new_nodes.cpp)
+    void calculate_new_nodes_y_coords();
+
+    // Epilogues: three entries, so that the lists can differ (level_table.cpp)
+    void make_epilogue();
+    void update_epilogue();
+    void resize_epilogue();
+
+    // The answers of the structure queries, kept for the run.
+    std::span<const NodeEdgePair> children_of(const Node& node);
+    std::span<const NodeEdgePair> parents_of(const Node& node);
+    std::span<const NodeEdgePair> edges_out_of(const Node& node);
+    std::span<const NodeEdgePair> edges_in_of(const Node& node);
+
+    /// True for a hidden node where hidden nodes take no part in level logic.
+    bool passed_over(const Node& node) const;
+
+    std::map<Node, node_store> cluster_info;    ///< per object: what survives, per owner
+    std::map<Node, LevelTable> cluster_levels;  ///< per object: the columns, per owner
+    node_store* cur_info = nullptr;             ///< per owner: its entry of cluster_info
+    node_store old_info;                        ///< per run: that entry as it stood before the run
+    local_store local_info;                     ///< per run; Resize reads that of the run before
+    LevelTable* cur_levels = nullptr;           ///< per owner: its entry of cluster_levels
+    std::vector<std::vector<Node>> level_nodes; ///< per run: the nodes of each level, in order
+    std::vector<Node> nodes;                    ///< per run: what the owner owns, in set order
+    std::vector<phase_t> make_phases;           ///< per object
+    std::vector<phase_t> resize_phases;         ///< per object
+    std::vector<phase_t> update_phases;         ///< per object
+    double level_gap = 0;                       ///< per object
+    double node_gap = 0;                        ///< per object
+    double edge_gap = 0;                        ///< per object
+    double edge_margin = 0;                     ///< per object
+    bool use_force_adjust = false;              ///< per object: backward sweep of force_adjust
+    bool keep_hidden = false;                   ///< per object: hidden nodes hold their level
+    tamsel7::size<double> result_size;          ///< per run: the finished drawing of the owner
+
+private:
+    class Nest;
+
+    void run(const std::vector<phase_t>& phases);
+    bool take_size_of_leaf(Node& owner);
+
+    std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
+    const Node* served = nullptr;              ///< owner whose inside has been served already
+};
+
+/// The order of two nodes by y, for stable sorts.
+struct NodeByYComparator {
+    bool operator()(const Node& a, const Node& b) const {
+        return a.GetPosition().y < b.GetPosition().y;
+    }
+};
+
+/// The order of the nodes of one level by the mean y of their neighbours on the next one.
+class NURVEX7_API NodeByAdjacentYComparator {
+public:
+    NodeByAdjacentYComparator(GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>* info,
+                              GraphSet<NodeEdgePair> LocalNodeInfo::*set)
+        : local_info(info), neighbour_set(set) {}
+    bool operator()(const Node& a, const Node& b) const;
+
+    /// The mean y of the node's neighbours; its own y where it has none.
+    double key(const Node& node) const;
+
+private:
+    GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>* local_info;
+    GraphSet<NodeEdgePair> LocalNodeInfo::*neighbour_set;
+};
+
+/// True where the key of an opened room lies below a y: which rooms push a node.
+NURVEX7_API bool first_greater_p(std::pair<double, double> entry, double y);
+
+} // namespace nurvex7

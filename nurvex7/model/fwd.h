@@ -1,0 +1,19 @@
+#pragma once
+
+/// The names of the model, for contracts that pass its values on without opening them.
+namespace nurvex7 {
+
+class INodeImpl;
+class IEdgeImpl;
+class IGraphStorage;
+class INodeVis;
+class IEdgeVis;
+class IGraphVis;
+class Node;
+class Edge;
+class NodeSet;
+class EdgeSet;
+class Graph;
+struct NodeEdgePair;
+
+} // namespace nurvex7

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "nurvex7/export.h"
+#include "nurvex7/foundation/id_map.h"
+#include "nurvex7/model/node.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace nurvex7 {
+
+/// The answers of GetChildrenEx, GetParentsEx, GetEdgesOutEx and GetEdgesInEx for every node inside
+/// one owner, found in a single walk and kept while the structure stands still.
+///
+/// The queries themselves walk a whole subtree at every call; a layout run or a shift asks them for
+/// every node of the nest, many times. Here each edge is lifted once, up both of its owner chains
+/// to where they meet, so that the cost is that of the answers.
+///
+/// Order   every answer is sorted like that of the query
+/// Duty    the graph is not changed while the index is in use
+class NURVEX7_API StructureIndex {
+public:
+    explicit StructureIndex(const Node& owner);
+
+    /// True where the node is the owner or lies inside it, in the graph of the owner.
+    bool Covers(const Node& node) const;
+
+    // The answers for a node strictly inside the owner; empty for any other node.
+    std::span<const NodeEdgePair> Children(const Node& node) const;
+    std::span<const NodeEdgePair> Parents(const Node& node) const;
+    std::span<const NodeEdgePair> EdgesOut(const Node& node) const;
+    std::span<const NodeEdgePair> EdgesIn(const Node& node) const;
+
+    /// The number of nodes strictly inside the owner.
+    std::size_t GetCount() const { return nodes.size() - 1; }
+    /// Everything inside the owner. Order: owners before what they own, siblings in set order; the
+    /// owner itself stands first.
+    const std::vector<Node>& GetNodes() const { return nodes; }
+
+private:
+    struct Relation {
+        std::vector<std::size_t> start;
+        std::vector<NodeEdgePair> pairs;
+    };
+    struct Lifting;
+
+    std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
+
+    std::vector<Node> nodes;
+    std::vector<int> owner_place; ///< place of each node's owner in `nodes`; -1 for the first
+    std::vector<int> depth;
+    IdMap<int> place_of; ///< by node id
+    Relation children;
+    Relation parents;
+    Relation edges_out;
+    Relation edges_in;
+};
+
+} // namespace nurvex7

@@ -1,0 +1,211 @@
+#pragma once
+
+#include "nurvex7/export.h"
+#include "nurvex7/foundation/graph_ptr.h"
+#include "nurvex7/foundation/graph_ptr2.h"
+#include "nurvex7/foundation/id_map.h"
+#include "nurvex7/layout/ilayout.h"
+#include "nurvex7/model/topology.h"
+#include "nurvex7/platform/tamsel7/geometry.h"
+#include "nurvex7/presentation/iedge_handler.h"
+#include "nurvex7/presentation/inode_handler.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace nurvex7 {
+
+/// Position and size of one node. Space: graph (owner-relative inside a layout run).
+class NURVEX7_API INodeVis : public Countable {
+public:
+    ~INodeVis() override;
+    virtual graph_ptr<INodeImpl> get_node_impl() const = 0;
+    virtual tamsel7::size<double> get_size() const = 0;
+    virtual void set_size(const tamsel7::size<double>& value) = 0;
+    virtual tamsel7::point<double> get_position() const = 0;
+    virtual void set_position(const tamsel7::point<double>& value) = 0;
+};
+
+/// The break nodes of one edge: a run of them in every owner that the edge passes through.
+class NURVEX7_API IEdgeVis : public Countable {
+public:
+    ~IEdgeVis() override;
+    virtual graph_ptr<IEdgeImpl> get_edge_impl() const = 0;
+    /// The whole route, from the source outward through its owners and inward to the target.
+    virtual graph_ptr<node_impl_set> get_break_nodes() = 0;
+    virtual void remove_break_nodes() = 0;
+    /// The run in one owner; an empty one is entered where there is none.
+    virtual graph_ptr<node_impl_set> get_break_nodes_in(int owner_id) = 0;
+    /// Appends new break nodes to the run of an owner. A count below 1 changes nothing.
+    virtual void add_break_nodes_in(int owner_id, int count) = 0;
+    virtual void remove_break_nodes_in(int owner_id) = 0;
+};
+
+/// What only a drawing needs, by id: positions and sizes, layouts and handlers of nodes, break
+/// nodes of edges, the hit tests, and three lists of pending layout work.
+///
+/// Records come into being when they are first asked for, never with the node or edge.
+class NURVEX7_API IGraphVis : public Countable {
+public:
+    ~IGraphVis() override;
+    virtual graph_ptr<IEdgeVis> get_edge_vis(graph_ptr<IEdgeImpl> edge) = 0;
+    virtual graph_ptr<INodeVis> get_node_vis(graph_ptr<INodeImpl> node) = 0;
+    virtual void remove_edge_vis(graph_ptr<IEdgeImpl> edge) = 0;
+    virtual void remove_node_vis(graph_ptr<INodeImpl> node) = 0;
+    virtual graph_ptr2<ILayout> get_node_layout(graph_ptr<INodeImpl> node) = 0;
+    virtual void set_node_layout(graph_ptr<INodeImpl> node, graph_ptr2<ILayout> layout) = 0;
+    virtual graph_ptr2<INodeHandler> get_node_painter(graph_ptr<INodeImpl> node) = 0;
+    virtual void set_node_painter(graph_ptr<INodeImpl> node, graph_ptr2<INodeHandler> painter) = 0;
+    virtual graph_ptr2<ILayout> get_default_layout() = 0;
+    virtual void set_default_layout(graph_ptr2<ILayout> layout) = 0;
+    virtual graph_ptr2<INodeHandler> get_default_node_painter() = 0;
+    virtual void set_default_node_painter(graph_ptr2<INodeHandler> painter) = 0;
+    virtual graph_ptr2<IEdgeHandler> get_default_edge_painter() = 0;
+    virtual void set_default_edge_painter(graph_ptr2<IEdgeHandler> painter) = 0;
+    virtual graph_ptr<node_impl_vector> test_node_hit(double left, double top, double right,
+                                                      double bottom) = 0;
+    virtual graph_ptr<edge_impl_vector> test_edge_hit(double left, double top, double right,
+                                                      double bottom) = 0;
+    virtual void add_to_make_list(graph_ptr<INodeImpl> node) = 0;
+    virtual graph_ptr<node_impl_set> get_make_list() = 0;
+    virtual void clear_make_list() = 0;
+    virtual void add_to_update_list(graph_ptr<INodeImpl> node) = 0;
+    virtual graph_ptr<node_impl_set> get_update_list() = 0;
+    virtual void clear_update_list() = 0;
+    virtual void add_to_resize_list(graph_ptr<INodeImpl> node) = 0;
+    virtual graph_ptr<node_impl_set> get_resize_list() = 0;
+    virtual void clear_resize_list() = 0;
+};
+
+class NURVEX7_API DefaultNodeVis final : public INodeVis {
+public:
+    explicit DefaultNodeVis(graph_ptr<INodeImpl> node);
+    graph_ptr<INodeImpl> get_node_impl() const override;
+    tamsel7::size<double> get_size() const override;
+    void set_size(const tamsel7::size<double>& value) override;
+    tamsel7::point<double> get_position() const override;
+    void set_position(const tamsel7::point<double>& value) override;
+
+    graph_ptr<INodeImpl> node_impl;
+    tamsel7::size<double> size;
+    tamsel7::point<double> position;
+};
+
+class NURVEX7_API DefaultEdgeVis final : public IEdgeVis {
+public:
+    explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge);
+    graph_ptr<IEdgeImpl> get_edge_impl() const override;
+    graph_ptr<node_impl_set> get_break_nodes() override;
+    void remove_break_nodes() override;
+    graph_ptr<node_impl_set> get_break_nodes_in(int owner_id) override;
+    void add_break_nodes_in(int owner_id, int count) override;
+    void remove_break_nodes_in(int owner_id) override;
+
+private:
+    using run_entry = std::pair<int, graph_ptr<node_impl_vector>>;
+
+    /// The run of an owner; null where there is none.
+    graph_ptr<node_impl_vector> find_run(int owner_id) const;
+    graph_ptr<node_impl_vector> find_or_make_run(int owner_id);
+
+    graph_ptr<IEdgeImpl> edge_impl;
+    graph_ptr<node_impl_vector> break_nodes_cache; ///< null when it has to be built again
+    std::vector<run_entry> break_nodes_by_owner;   ///< by ascending owner id; mostly one entry
+    graph_ptr<edge_impl_vector> edge_set;          ///< what every break node of this edge holds
+};
+
+/// What the store keeps of one node.
+struct NodeVisInfo {
+    graph_ptr2<ILayout> layout;       ///< empty unless set
+    graph_ptr2<INodeHandler> painter; ///< empty unless set
+    graph_ptr<INodeVis> vis;          ///< null until first asked for
+};
+
+/// What the store keeps of one edge.
+struct EdgeVisInfo {
+    graph_ptr<IEdgeVis> vis;
+};
+
+class NURVEX7_API DefaultGraphVis final : public IGraphVis {
+public:
+    DefaultGraphVis();
+
+    graph_ptr<IEdgeVis> get_edge_vis(graph_ptr<IEdgeImpl> edge) override;
+    graph_ptr<INodeVis> get_node_vis(graph_ptr<INodeImpl> node) override;
+    void remove_edge_vis(graph_ptr<IEdgeImpl> edge) override;
+    void remove_node_vis(graph_ptr<INodeImpl> node) override;
+    graph_ptr2<ILayout> get_node_layout(graph_ptr<INodeImpl> node) override;
+    void set_node_layout(graph_ptr<INodeImpl> node, graph_ptr2<ILayout> layout) override;
+    graph_ptr2<INodeHandler> get_node_painter(graph_ptr<INodeImpl> node) override;
+    void set_node_painter(graph_ptr<INodeImpl> node, graph_ptr2<INodeHandler> painter) override;
+    graph_ptr2<ILayout> get_default_layout() override;
+    void set_default_layout(graph_ptr2<ILayout> layout) override;
+    graph_ptr2<INodeHandler> get_default_node_painter() override;
+    void set_default_node_painter(graph_ptr2<INodeHandler> painter) override;
+    graph_ptr2<IEdgeHandler> get_default_edge_painter() override;
+    void set_default_edge_painter(graph_ptr2<IEdgeHandler> painter) override;
+    graph_ptr<node_impl_vector> test_node_hit(double left, double top, double right,
+                                              double bottom) override;
+    graph_ptr<edge_impl_vector> test_edge_hit(double left, double top, double right,
+                                              double bottom) override;
+    void add_to_make_list(graph_ptr<INodeImpl> node) override;
+    graph_ptr<node_impl_set> get_make_list() override;
+    void clear_make_list() override;
+    void add_to_update_list(graph_ptr<INodeImpl> node) override;
+    graph_ptr<node_impl_set> get_update_list() override;
+    void clear_update_list() override;
+    void add_to_resize_list(graph_ptr<INodeImpl> node) override;
+    graph_ptr<node_impl_set> get_resize_list() override;
+    void clear_resize_list() override;
+
+    /// How many node records the store holds, break nodes included.
+    std::size_t get_node_record_count() const { return node_map.size(); }
+
+private:
+    void sweep_unreachable_break_nodes();
+
+    graph_ptr2<ILayout> default_layout;
+    graph_ptr2<INodeHandler> default_node_painter;
+    graph_ptr2<IEdgeHandler> default_edge_painter;
+    IdMap<NodeVisInfo> node_map;
+    IdMap<EdgeVisInfo> edge_map;
+    graph_ptr<node_impl_vector> make_list;
+    graph_ptr<node_impl_vector> update_list;
+    graph_ptr<node_impl_vector> resize_list;
+    std::size_t break_node_records = 0;
+    std::size_t sweep_at = 1024; ///< break node records that call for the next sweep
+};
+
+/// Walks the node records of a hit test; Space: graph.
+class NodeCollector {
+public:
+    NodeCollector(double l, double t, double r, double b);
+    void operator()(const NodeVisInfo& info);
+
+    double left;
+    double top;
+    double right;
+    double bottom;
+    graph_ptr<node_impl_vector> touching;
+    graph_ptr<node_impl_vector> enclosing;
+};
+
+/// Walks the edge records of a hit test; Space: graph.
+class EdgeCollector {
+public:
+    EdgeCollector(double l, double t, double r, double b, IGraphVis* store);
+    void operator()(const EdgeVisInfo& info);
+
+    double left;
+    double top;
+    double right;
+    double bottom;
+    IGraphVis* vis;
+    graph_ptr<edge_impl_vector> hits;
+
+private:
+    bool segment_hit(const tamsel7::point<double>& a, const tamsel7::point<double>& c) const;
+};
+
+} // namespace nurvex7
