@@ -1,0 +1,7 @@
+#include "nurvex7/presentation/inode_drawer.h"
+
+namespace nurvex7 {
+
+INodeDrawer::~INodeDrawer() = default;
+
+} // namespace nurvex7
