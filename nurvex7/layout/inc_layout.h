@@ -85,11 +85,16 @@ protected:
     void place_nodes_on_levels();
     void insert_dummy_nodes_inout(const Node& node, Order order);
     void insert_dummy_nodes_between(const Node& from, const Node& to, Edge edge);
+    void insert_chain(const Node& from, const Node& to, const Edge& edge, int skipped, int sign);
+    void put_dummy_on_level(const Node& dummy, int level);
+    void count_wrap(const Node& from, const Node& to);
+    bool holds_real_node_last() const;
 
     // Marks and level table (level_table.cpp)
     void mark_old();
     void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
     void shift_old_levels();
+    void shift_level_table(int k, int longest);
     void place_new_nodes();
     bool _is_new(const Node& node);
 
@@ -103,30 +108,44 @@ protected:
     void calculate_initial_y_coords();
     void make_y_shifts();
     double _get_height(const Node& node);
+    double gap_of(const Node& node) const;
 
     // Force adjustment (force_adjustment.cpp)
     void force_adjust();
     void force_adjust_block(node_iterator first, node_iterator last, DependenceLevel dependence,
                             bool with_dummies, double lower, double upper);
+    void straighten_dummy_runs(std::vector<Node>& level);
+    bool force_on(const Node& node, DependenceLevel dependence, double& force);
+    void hold_upper_bound(node_iterator first, node_iterator last, double upper,
+                          std::vector<double>& y);
 
-    // Coordinates (coordinates.cpp) and routing (edge_routing.cpp)
+    // Coordinates (coordinates.cpp)
     void calculate_x_coords();
+    double top_shift() const;
+    double place_column(std::size_t k, double x, double y_shift, double& bottom);
     void place_normal_node(Node node, double x_start, double x_end, double y);
     void place_break_node(Node node, double x_start, double x_end, double y, const Node& owner);
+    int find_partner(const Node& node, NodeSet& b);
+
+    // Routing (edge_routing.cpp)
     void adjust_break_to_inner(Node break_node, const Node& node, double x, double y, Order order);
     void place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
                             const Node& owner);
     void place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
                            const Node& owner);
+    double lay_tracks(const Node& node, double x_start, double x_end, double bottom);
     void adjust_ports(std::vector<Node>* level, double x, Order order);
     tamsel7::point<double> get_inout_coords(const NodeEdgePair& pair, Order order);
 
     // The old drawing (old_drawing.cpp)
     void restore_old_levels();
     void restore_old_dummy(const Node& node);
+    void lengthen_to_hold(int level);
 
     // New nodes (new_nodes.cpp)
     void calculate_new_nodes_y_coords();
+    double ideal_y(const Node& node);
+    void pack(std::vector<Node>& planned, bool upwards, double from);
 
     // Epilogues: three entries, so that the lists can differ (level_table.cpp)
     void make_epilogue();
@@ -162,13 +181,33 @@ protected:
     tamsel7::size<double> result_size;          ///< per run: the finished drawing of the owner
 
 private:
-    class Nest;
+    /// Holds the answers of the structure queries for the length of an outermost run.
+    class KeptAnswers {
+    public:
+        KeptAnswers(IncLayout& l, const Node& owner);
+        ~KeptAnswers();
+        KeptAnswers(const KeptAnswers&) = delete;
+        KeptAnswers& operator=(const KeptAnswers&) = delete;
+
+    private:
+        IncLayout& layout;
+        bool replaced = false;
+        std::unique_ptr<StructureIndex> before;
+    };
 
     void run(const std::vector<phase_t>& phases);
+
+    // How runs nest (nested_runs.cpp)
     bool take_size_of_leaf(Node& owner);
+    void serve_inside(const Node& owner, void (*serve)(Node));
+    void start_run(const Node& owner);
+    void remember_old_drawing(const Node& owner);
+    void take_old_drawing_back(const Node& owner);
+
+    void raise_levels(const std::vector<Node>& sources, int level);
 
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
-    const Node* served = nullptr;              ///< owner whose inside has been served already
+    const Node* served = nullptr;              ///< the owner whose inside has been served already
 };
 
 /// The order of two nodes by y, for stable sorts.

@@ -1,0 +1,206 @@
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace nurvex7 {
+
+// Turns order and y into the finished drawing of the owner: columns, centred nodes, the bends of
+// every edge, tracks, ports, and the size of it all.
+//
+// Reads   level_nodes, y, sizes, marks of edges, columns of the run before
+// Writes  positions of nodes and bends, the level table, result_size
+// Needs   y for all nodes of levels 1 to L-2, break lists of the lengths that dummy_nodes.cpp gives
+// Leaves  nothing above node_gap; the order along every level
+// Space   owner-relative
+void IncLayout::calculate_x_coords() {
+    const double y_shift = top_shift();
+    double x = level_gap;
+    double bottom = 0;
+    double max_bottom = 0;
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        x = place_column(k, x, y_shift, bottom);
+        max_bottom = std::max(max_bottom, bottom + node_gap);
+    }
+    if (!level_nodes.empty()) {
+        adjust_ports(&level_nodes.front(), 0, ORDER_IN);
+        adjust_ports(&level_nodes.back(), x, ORDER_OUT);
+    }
+    result_size = {x, max_bottom};
+}
+
+// How far the drawing has to come down for its topmost node to lie at node_gap: 0 or negative. A
+// drawing that lies lower stays where it is.
+double IncLayout::top_shift() const {
+    double top = node_gap;
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        for (const Node& n : level_nodes[k]) {
+            top = std::min(top, n.GetPosition().y);
+        }
+    }
+    return top - node_gap;
+}
+
+// One column from x on; gives the x of the next. A column of dummy nodes only takes no room, so
+// that long edges cost no width. The column of the run before stays where it was as long as it is
+// wide enough and does not lie left of x.
+//
+// Deliberate: `bottom` is the caller's and not set back for each column; only real nodes move it.
+double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom) {
+    double x_end = x;
+    for (const Node& n : level_nodes[k]) {
+        if (!n.IsDummy()) {
+            x_end = std::max(x_end, x + n.GetSize().width);
+        }
+    }
+    if (x_end != x) {
+        x_end += 2 * edge_margin;
+    }
+    const Level before = cur_levels->get(k);
+    const bool wide_enough = before.width >= x_end - x;
+    const bool not_left = before.x_start >= x;
+    if (wide_enough && not_left) {
+        x = before.x_start;
+        x_end = before.x_end;
+    } else if (wide_enough || not_left) {
+        x_end = std::max(x_end, before.x_end);
+    }
+    cur_levels->set(k, Level{x, x_end, x_end - x});
+    const Node owner = nodes.front().GetOwner();
+    for (const Node& n : level_nodes[k]) {
+        const double y = n.GetPosition().y - y_shift;
+        if (n.IsDummy()) {
+            place_break_node(n, x, x_end, y, owner);
+        } else {
+            place_normal_node(n, x, x_end, y);
+            bottom = lay_tracks(n, x, x_end, n.GetPosition().y + n.GetSize().height);
+        }
+    }
+    const double gap = x_end - x == 0 ? 0 : level_gap;
+    return x_end + gap;
+}
+
+namespace {
+
+/// The break list of an edge in one owner, by index from either end. A list that was built for
+/// another state of the graph can be shorter than the kind of its edge says, when the edge was
+/// added or shown since and meets a Resize: what it lacks is passed over, and the edge has no route
+/// until an Update or Make gives it one.
+class _BreakList {
+public:
+    _BreakList(const Edge& edge, const Node& owner)
+        : list(edge.GetBreakNodesIn(owner)), count(list.GetCount()) {}
+
+    template <typename F>
+    void with(int index, F f) {
+        if (index >= 0 && index < count) {
+            f(list.GetItem(index));
+        }
+    }
+    template <typename F>
+    void with_last(int back, F f) {
+        with(count - back, f);
+    }
+
+private:
+    NodeSet list;
+    int count;
+};
+
+} // namespace
+
+// A node in the middle of its column, and the bends beside it: every edge leaves on the right side
+// and enters on the left, also when it is reversed or flat.
+void IncLayout::place_normal_node(Node node, double x_start, double x_end, double y) {
+    const tamsel7::size<double> size = node.GetSize();
+    const double c = y + size.height / 2;
+    const double left = (x_start + x_end - size.width) / 2;
+    const double right = left + size.width;
+    node.SetPosition(left, y);
+    const Node owner = node.GetOwner();
+    const auto put = [&](double x, Order order) {
+        return [this, &node, x, c, order](const Node& bend) {
+            adjust_break_to_inner(bend, node, x, c, order);
+        };
+    };
+    for (const NodeEdgePair& pair : children_of(node)) {
+        if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
+            const LocalEdgeInfo& info = local_info[pair.edge];
+            _BreakList b(pair.edge, owner);
+            b.with(0, put(right, ORDER_OUT));
+            b.with(1, put(info.flat || info.reversed ? right + edge_margin : x_end, ORDER_OUT));
+        }
+    }
+    for (const NodeEdgePair& pair : parents_of(node)) {
+        if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
+            _BreakList b(pair.edge, owner);
+            const bool reversed = local_info[pair.edge].reversed;
+            b.with_last(2, put(reversed ? left - edge_margin : x_start, ORDER_IN));
+            b.with_last(1, put(left, ORDER_IN));
+        }
+    }
+    for (const NodeEdgePair& pair : edges_in_of(node)) {
+        _BreakList b(pair.edge, owner);
+        b.with_last(2, put(x_start, ORDER_IN));
+        b.with_last(1, put(left, ORDER_IN));
+    }
+    for (const NodeEdgePair& pair : edges_out_of(node)) {
+        _BreakList b(pair.edge, owner);
+        b.with(1, put(x_end, ORDER_OUT));
+        b.with(0, put(right, ORDER_OUT));
+    }
+}
+
+// A dummy node and its partner, the other bend of the same edge on the same level: one at the left
+// side of the column, one at the right.
+void IncLayout::place_break_node(Node node, double x_start, double x_end, double y,
+                                 const Node& owner) {
+    const Edge edge = node.GetEdgesOut().GetItem(0);
+    NodeSet b = edge.GetBreakNodesIn(owner);
+    const int i = find_partner(node, b);
+    if (i < 0) {
+        node.SetPosition(x_start, y);
+        return;
+    }
+    Node partner = b.GetItem(i);
+    const bool partner_first = i + 1 < b.GetCount() && b.GetItem(i + 1) == node;
+    if (local_info[edge].reversed || partner_first) {
+        partner.SetPosition(x_start, y);
+        node.SetPosition(x_end, y);
+    } else {
+        partner.SetPosition(x_end, y);
+        node.SetPosition(x_start, y);
+    }
+}
+
+// The first entry of the list that has the level of the node and is not the node; -1 where there is
+// none. A walk from the front would find it; but the bends of a list were made in one go and have
+// descending ids without gaps, so the place of the node is known, and its partner stands right
+// before or behind it. The walk is taken only where the list does not look like that.
+int IncLayout::find_partner(const Node& node, NodeSet& b) {
+    const int level = (*cur_info)[node].level;
+    const int count = b.GetCount();
+    const auto same_level = [&](int i) {
+        return i >= 0 && i < count && (*cur_info)[b.GetItem(i)].level == level;
+    };
+    const int place = count > 0 ? b.GetItem(0).GetID() - node.GetID() : -1;
+    if (place >= 0 && place < count && b.GetItem(place) == node &&
+        (same_level(place - 1) || same_level(place + 1))) {
+        // The bends at the front have no level. They get their records here, as in the walk, and
+        // with them a place in the drawing that the next Update takes back.
+        int front = 0;
+        while (front < place && (*cur_info)[b.GetItem(front)].level < 0) {
+            ++front;
+        }
+        return same_level(place - 1) ? place - 1 : place + 1;
+    }
+    for (int i = 0; i < count; ++i) {
+        if (same_level(i) && b.GetItem(i) != node) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+} // namespace nurvex7

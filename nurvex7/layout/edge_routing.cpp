@@ -1,0 +1,103 @@
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
+
+namespace nurvex7 {
+
+// One bend beside a node. Where the edge goes on inside the node, the bend takes the height of the
+// first or last bend in there: this is what lets an edge run straight through a cluster's border.
+void IncLayout::adjust_break_to_inner(Node break_node, const Node& node, double x, double y,
+                                      Order order) {
+    const Edge edge = break_node.GetEdgesOut().GetItem(0);
+    NodeSet inner = edge.GetBreakNodesIn(node);
+    if (inner.GetCount() == 0) {
+        break_node.SetPosition(x, y);
+        return;
+    }
+    const Node at_border = inner.GetItem(order == ORDER_IN ? 0 : inner.GetCount() - 1);
+    break_node.SetPosition(x, at_border.GetPosition().y + node.GetPosition().y);
+}
+
+// The tracks under a node: first its outgoing flat and reversed edges, then its incoming reversed
+// ones, each edge_gap below the one before. Gives the bottom of the last.
+double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, double bottom) {
+    const tamsel7::point<double> p = node.GetPosition();
+    const double right_stub = p.x + node.GetSize().width + edge_margin;
+    const double left_stub = p.x - edge_margin;
+    const Node owner = node.GetOwner();
+    for (const NodeEdgePair& pair : children_of(node)) {
+        const LocalEdgeInfo& info = local_info[pair.edge];
+        if (!IsFlagSet(pair.node, NODE_HIDDEN) && (info.flat || info.reversed)) {
+            bottom += edge_gap;
+            place_backedge_out(pair.edge, x_start, right_stub, bottom, owner);
+            bottom += pair.edge.GetHandler()->GetWidth(pair.edge);
+        }
+    }
+    for (const NodeEdgePair& pair : parents_of(node)) {
+        if (!IsFlagSet(pair.node, NODE_HIDDEN) && local_info[pair.edge].reversed) {
+            bottom += edge_gap;
+            place_backedge_in(pair.edge, left_stub, x_end, bottom, owner);
+            bottom += pair.edge.GetHandler()->GetWidth(pair.edge);
+        }
+    }
+    return bottom;
+}
+
+// The track under the tail of a flat or reversed edge.
+void IncLayout::place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
+                                   const Node& owner) {
+    NodeSet b = edge.GetBreakNodesIn(owner);
+    if (b.GetCount() >= 4) {
+        b.GetItem(2).SetPosition(x_stub, y);
+        b.GetItem(3).SetPosition(x_start, y);
+    }
+}
+
+// The track under the head of a reversed edge.
+void IncLayout::place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
+                                  const Node& owner) {
+    NodeSet b = edge.GetBreakNodesIn(owner);
+    const int n = b.GetCount();
+    if (n >= 4) {
+        b.GetItem(n - 4).SetPosition(x_end, y);
+        b.GetItem(n - 3).SetPosition(x_stub, y);
+    }
+}
+
+// The border ports of the owner: each at the height of the next point of its edge.
+void IncLayout::adjust_ports(std::vector<Node>* level, double x, Order order) {
+    for (Node& port : *level) {
+        LocalNodeInfo& info = local_info[port];
+        GraphSet<NodeEdgePair>& next = order == ORDER_IN ? info.out_neighbours : info.in_neighbours;
+        if (next.empty()) {
+            continue;
+        }
+        const Node& q = next[0].node;
+        const double y = q.GetPosition().y;
+        if (q.IsDummy()) {
+            port.SetPosition(x, y);
+        } else {
+            adjust_break_to_inner(port, q, x, y + q.GetSize().height / 2, order);
+        }
+    }
+}
+
+// Where the edge of a pair meets the node of the pair: in the middle of a side, or at the height of
+// the bend on the border where the edge goes on inside the node.
+tamsel7::point<double> IncLayout::get_inout_coords(const NodeEdgePair& pair, Order order) {
+    const Node& n = pair.node;
+    tamsel7::point<double> p = n.GetPosition();
+    if (n.IsDummy()) {
+        return p;
+    }
+    const bool in = order == ORDER_IN;
+    const tamsel7::size<double> size = n.GetSize();
+    NodeSet inner = pair.edge.GetBreakNodesIn(n);
+    const double x = in ? p.x : p.x + size.width;
+    if (inner.GetCount() == 0) {
+        return {x, p.y + size.height / 2};
+    }
+    const Node at_border = inner.GetItem(in ? 0 : inner.GetCount() - 1);
+    return {x, p.y + at_border.GetPosition().y};
+}
+
+} // namespace nurvex7

@@ -1,0 +1,152 @@
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+
+namespace nurvex7 {
+
+void LevelTable::resize(std::size_t new_length) {
+    if (new_length > length) {
+        memory.resize(std::max(memory.size(), new_length));
+        std::fill(memory.begin() + static_cast<std::ptrdiff_t>(length),
+                  memory.begin() + static_cast<std::ptrdiff_t>(new_length), Level());
+    }
+    length = new_length;
+}
+
+void LevelTable::clear() {
+    memory.clear();
+    length = 0;
+}
+
+void LevelTable::set(std::size_t level, const Level& column) {
+    if (level >= memory.size()) {
+        memory.resize(level + 1);
+    }
+    memory[level] = column;
+}
+
+// Closes a run: records what has been drawn, for the next Update or Resize.
+//
+// Reads   nodes, flags, break nodes
+// Writes  is_old, was_hidden of nodes, dummy nodes and edges in cur_info
+// Needs   the finished drawing
+// Leaves  edges that cross the border of the owner unmarked, and their dummy nodes too
+// Space   none
+void IncLayout::mark_old() {
+    for (const Node& n : nodes) {
+        if (passed_over(n)) {
+            continue;
+        }
+        const bool hidden = IsFlagSet(n, NODE_HIDDEN);
+        NodeInfo& info = (*cur_info)[n];
+        info.was_hidden = hidden;
+        info.is_old = true;
+        for (const NodeEdgePair& pair : children_of(n)) {
+            if (hidden || IsFlagSet(pair.node, NODE_HIDDEN)) {
+                continue;
+            }
+            (*cur_info)[pair.edge].is_old = true;
+            NodeSet bends = pair.edge.GetBreakNodesIn(pair.node.GetOwner());
+            for (int i = 0; i < bends.GetCount(); ++i) {
+                NodeInfo& bend = (*cur_info)[bends.GetItem(i)];
+                bend.is_old = true;
+                bend.was_hidden = false;
+            }
+        }
+    }
+}
+
+void IncLayout::make_epilogue() {
+    mark_old();
+}
+
+void IncLayout::update_epilogue() {
+    mark_old();
+}
+
+void IncLayout::resize_epilogue() {
+    mark_old();
+}
+
+// A node that comes back from hidden is as new as one just added, but for its level.
+bool IncLayout::_is_new(const Node& node) {
+    const NodeInfo& old = old_info[node];
+    return !old.is_old || old.was_hidden;
+}
+
+// Records that a stands before b on the edge; a is on the lower level.
+void IncLayout::mark_as_neighbours(const Node& a, const Node& b, const Edge& edge) {
+    local_info[a].out_neighbours.push_back(NodeEdgePair{b, edge});
+    local_info[b].in_neighbours.push_back(NodeEdgePair{a, edge});
+}
+
+// Brings level_nodes and the level table to their length and makes all levels positive: a new node
+// may have gone before the old first level.
+void IncLayout::shift_old_levels() {
+    int lo = INT_MAX;
+    int hi = INT_MIN;
+    for (const Node& n : nodes) {
+        if (!passed_over(n)) {
+            const int level = (*cur_info)[n].level;
+            lo = std::min(lo, level);
+            hi = std::max(hi, level);
+        }
+    }
+    if (hi < lo) {
+        lo = 1; // nothing to place: an entry and an exit level
+        hi = 0;
+    }
+    if (lo >= 1) {
+        cur_levels->resize(static_cast<std::size_t>(hi + 2));
+        level_nodes.resize(static_cast<std::size_t>(hi + 2));
+        return;
+    }
+    const int k = 1 - lo;
+    shift_level_table(k, hi - lo + 3);
+    if (!level_nodes.empty()) {
+        level_nodes.resize(level_nodes.size() + static_cast<std::size_t>(k));
+        for (std::size_t i = level_nodes.size() - 1; i >= static_cast<std::size_t>(k); --i) {
+            level_nodes[i] = level_nodes[i - static_cast<std::size_t>(k)];
+        }
+    }
+    // New nodes at the other end too: as far as the nodes that will be placed need it, no further.
+    level_nodes.resize(std::max(level_nodes.size(), static_cast<std::size_t>(hi + k + 1)));
+    cur_info->node_info.for_each(
+        [k](int, node_store::node_entry& entry) { entry.second.level += k; });
+}
+
+// The x ranges are not carried along: they belong to other levels now, so all columns of this run
+// are placed afresh.
+void IncLayout::shift_level_table(int k, int longest) {
+    const std::size_t length = cur_levels->size() + static_cast<std::size_t>(k);
+    cur_levels->forget_length();
+    cur_levels->resize(length);
+    if (length > static_cast<std::size_t>(longest)) {
+        cur_levels->resize(static_cast<std::size_t>(longest));
+    }
+}
+
+// Puts every new node on its level and has the dummy chains of all new edges built, also of those
+// between old nodes. New nodes stand behind the old ones of their level.
+void IncLayout::place_new_nodes() {
+    for (const Node& n : nodes) {
+        if (IsFlagSet(n, NODE_HIDDEN)) {
+            continue;
+        }
+        if (_is_new(n)) {
+            level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
+            insert_dummy_nodes_inout(n, ORDER_IN);
+            insert_dummy_nodes_inout(n, ORDER_OUT);
+        }
+        for (const NodeEdgePair& pair : children_of(n)) {
+            if (!IsFlagSet(pair.node, NODE_HIDDEN) && !old_info[pair.edge].is_old) {
+                insert_dummy_nodes_between(n, pair.node, pair.edge);
+            }
+        }
+    }
+}
+
+} // namespace nurvex7

@@ -1,0 +1,122 @@
+#include "nurvex7/layout/inc_layout.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace nurvex7 {
+
+// The room that a node takes along its level. A dummy node is as tall as the line that passes
+// through it; a real node is taller by a track for each edge that is routed around it, all tracks
+// reckoned with the width of one of its edges.
+double IncLayout::_get_height(const Node& node) {
+    if (node.IsDummy()) {
+        const Edge e = node.GetEdgesOut().GetItem(0);
+        return e.GetHandler()->GetWidth(e);
+    }
+    const double height = node.GetSize().height;
+    const int tracks = local_info[node].wrap_count;
+    if (tracks < 1) {
+        return height;
+    }
+    const std::span<const NodeEdgePair> in = parents_of(node);
+    const std::span<const NodeEdgePair> set = in.empty() ? children_of(node) : in;
+    if (set.empty()) {
+        return height; // the edges of the tracks have been removed since the count was made
+    }
+    const Edge& e = set.front().edge;
+    return height + tracks * (edge_gap + e.GetHandler()->GetWidth(e));
+}
+
+double IncLayout::gap_of(const Node& node) const {
+    return node.IsDummy() ? edge_gap : node_gap;
+}
+
+// Stacks every level from the top, in its order; the forces shift the levels afterwards.
+//
+// Reads   level_nodes, sizes, wrap_count, edge widths
+// Writes  y of the nodes on levels 1 to L-2; x is 0
+// Needs   barycentric_adjust before it
+// Leaves  neighbours exactly their gaps apart, every level starting at 0
+// Space   owner-relative
+void IncLayout::calculate_initial_y_coords() {
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        double y = 0;
+        for (Node& n : level_nodes[k]) {
+            const double gap = gap_of(n);
+            y += gap / 2;
+            n.SetPosition(0, y);
+            y += _get_height(n) + gap / 2;
+        }
+    }
+}
+
+bool first_greater_p(std::pair<double, double> entry, double y) {
+    return entry.first > y;
+}
+
+namespace {
+
+using rooms_t = std::map<double, double>; // where room has to be opened, and how much
+
+// Replaces each amount by the sum of it and all before it.
+std::vector<std::pair<double, double>> _accumulate(const rooms_t& rooms) {
+    std::vector<std::pair<double, double>> total(rooms.begin(), rooms.end());
+    for (std::size_t i = 1; i < total.size(); ++i) {
+        total[i].second = total[i - 1].second + total[i].second;
+    }
+    return total;
+}
+
+} // namespace
+
+// Opens room where the old y no longer fit, pushing down everything below a conflict on all levels
+// alike, so that nodes of different levels stay aligned.
+//
+// Deliberate: a conflict is measured with half of the smaller gap and not with the full one, which
+// keeps an old drawing from spreading when a node has merely grown a little.
+//
+// Reads   level_nodes, y, sizes, edge widths
+// Writes  y of the nodes on levels 1 to L-2
+// Needs   restore_old_levels before it
+// Leaves  the order along every level
+// Space   owner-relative
+void IncLayout::make_y_shifts() {
+    if (level_nodes.size() < 3) {
+        return;
+    }
+    const double min_gap = std::min(node_gap, edge_gap) / 2;
+    rooms_t rooms;
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        for (std::size_t i = 1; i < level_nodes[k].size(); ++i) {
+            const Node& a = level_nodes[k][i - 1];
+            const double need = a.GetPosition().y + _get_height(a) + min_gap;
+            const double y = level_nodes[k][i].GetPosition().y;
+            if (y < need) {
+                double& room = rooms.emplace(y, need - y).first->second;
+                room = std::max(room, need - y);
+            }
+        }
+    }
+    if (rooms.empty()) {
+        return;
+    }
+    const std::vector<std::pair<double, double>> total = _accumulate(rooms);
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        for (Node& n : level_nodes[k]) {
+            const tamsel7::point<double> p = n.GetPosition();
+            const double centre = p.y + _get_height(n) / 2;
+            const auto below =
+                std::partition_point(total.begin(), total.end(), [&](const auto& entry) {
+                    return !first_greater_p(entry, centre);
+                });
+            if (below != total.begin()) {
+                n.SetPosition(p.x, p.y + (below - 1)->second);
+            }
+        }
+    }
+}
+
+} // namespace nurvex7
