@@ -1,0 +1,126 @@
+#pragma once
+
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/graph.h"
+#include "nurvex7/model/queries.h"
+#include "nurvex7/presentation/inode_handler.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <vector>
+
+/// Graphs by name and size, the same in every run.
+namespace families {
+
+/// Every node takes 60 x 20: what is measured is the layout, not the measuring of captions.
+class FixedSizeHandler : public nurvex7::INodeHandler {
+public:
+    void Draw(nurvex7::Node, tamsel7::IPainter*) override {}
+    tamsel7::size<double> GetSize(nurvex7::Node) override { return {60, 20}; }
+    nurvex7::SizeAndOrigin GetSize(nurvex7::Node, tamsel7::size<double> inner) override {
+        return {inner, {}};
+    }
+};
+
+/// A graph with a layout of its own, so that no run meets the tables of another.
+struct Bench {
+    Bench() : graph(new nurvex7::Graph, true), layout(nurvex7::IncLayout::Create()) {
+        graph->SetDefaultLayout(layout);
+        graph->SetDefaultNodeHandler(
+            nurvex7::graph_ptr2<nurvex7::INodeHandler>(new FixedSizeHandler, true));
+    }
+
+    void Make() { layout->Make(graph->GetRoot()); }
+
+    nurvex7::graph_ptr2<nurvex7::Graph> graph;
+    nurvex7::graph_ptr2<nurvex7::IncLayout> layout;
+};
+
+inline std::vector<nurvex7::Node> add_nodes(nurvex7::Node owner, std::size_t count) {
+    std::vector<nurvex7::Node> added;
+    added.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        added.push_back(owner.AddNode());
+    }
+    return added;
+}
+
+/// One node after the other.
+inline Bench chain(std::size_t n) {
+    Bench b;
+    std::vector<nurvex7::Node> nodes = add_nodes(b.graph->GetRoot(), n);
+    for (std::size_t i = 1; i < n; ++i) {
+        nodes[i - 1].LinkTo(nodes[i]);
+    }
+    return b;
+}
+
+/// Every node but the first hangs on a random one before it, not far back.
+inline Bench tree(std::size_t n) {
+    Bench b;
+    std::mt19937 random(7);
+    std::vector<nurvex7::Node> nodes = add_nodes(b.graph->GetRoot(), n);
+    for (std::size_t i = 1; i < n; ++i) {
+        nodes[i / 4 + random() % (i - i / 4)].LinkTo(nodes[i]);
+    }
+    return b;
+}
+
+/// Links `edges` random pairs of the nodes: the nodes stand in about sqrt(n) layers, and an edge
+/// leads one or two layers on.
+inline void link_sparsely(std::vector<nurvex7::Node>& nodes, std::size_t edges,
+                          std::mt19937& random) {
+    const std::size_t width =
+        std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(nodes.size())));
+    for (std::size_t i = 0; i < edges; ++i) {
+        const std::size_t from = random() % nodes.size();
+        const std::size_t first = (from / width + 1 + random() % 2) * width;
+        const std::size_t to = first + random() % width;
+        if (to < nodes.size()) {
+            nodes[from].LinkTo(nodes[to]);
+        }
+    }
+}
+
+/// Edges = 1.5 x nodes, spanning few levels.
+inline Bench sparse(std::size_t n) {
+    Bench b;
+    std::mt19937 random(11);
+    std::vector<nurvex7::Node> nodes = add_nodes(b.graph->GetRoot(), n);
+    link_sparsely(nodes, n * 3 / 2, random);
+    return b;
+}
+
+/// Clusters of ten nodes in clusters of ten clusters, and so on; half of the edges stay in their
+/// innermost cluster, the others lead anywhere.
+inline Bench nested(std::size_t n) {
+    Bench b;
+    std::mt19937 random(13);
+    std::vector<nurvex7::Node> owners = {b.graph->GetRoot()};
+    while (owners.size() * 10 < n) {
+        std::vector<nurvex7::Node> inner;
+        for (nurvex7::Node& owner : owners) {
+            for (nurvex7::Node& node : add_nodes(owner, 10)) {
+                inner.push_back(node);
+            }
+        }
+        owners.swap(inner);
+    }
+    std::vector<nurvex7::Node> leaves;
+    for (nurvex7::Node& owner : owners) {
+        std::vector<nurvex7::Node> own = add_nodes(owner, 10);
+        link_sparsely(own, 8, random);
+        leaves.insert(leaves.end(), own.begin(), own.end());
+    }
+    for (std::size_t i = 0; i < leaves.size() / 4; ++i) {
+        const std::size_t from = random() % leaves.size();
+        const std::size_t to = std::min(leaves.size() - 1, from + 1 + random() % 40);
+        leaves[from].LinkTo(leaves[to]);
+    }
+    return b;
+}
+
+} // namespace families
