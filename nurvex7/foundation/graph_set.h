@@ -93,6 +93,9 @@ public:
         }
     }
 
+    /// Drops each item that equals the one before it.
+    void drop_repeated() { items.erase(std::unique(begin(), end()), end()); }
+
     /// Removes the item at a place and closes the gap.
     void erase_at(int index) {
         const auto place = begin() + index;

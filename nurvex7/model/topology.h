@@ -176,7 +176,7 @@ public:
 
 class NURVEX7_API DefaultEdgeImpl : public IEdgeImpl {
 public:
-    DefaultEdgeImpl(graph_ptr<INodeImpl> source, graph_ptr<INodeImpl> target);
+    DefaultEdgeImpl(graph_ptr<INodeImpl> from_node, graph_ptr<INodeImpl> to_node);
 
     static int current_id;
 

@@ -108,6 +108,10 @@ private:
     /// The run of an owner; null where there is none.
     graph_ptr<node_impl_vector> find_run(int owner_id) const;
     graph_ptr<node_impl_vector> find_or_make_run(int owner_id);
+    graph_ptr<INodeImpl> append_outward_runs(const graph_ptr<INodeImpl>& from,
+                                             const graph_ptr<node_impl_vector>& route) const;
+    void append_inward_runs(const graph_ptr<INodeImpl>& to, const graph_ptr<INodeImpl>& outermost,
+                            const graph_ptr<node_impl_vector>& route) const;
 
     graph_ptr<IEdgeImpl> edge_impl;
     graph_ptr<node_impl_vector> break_nodes_cache; ///< null when it has to be built again
@@ -163,6 +167,9 @@ public:
     std::size_t get_node_record_count() const { return node_map.size(); }
 
 private:
+    static constexpr std::size_t FIRST_SWEEP = 1024;
+
+    NodeVisInfo& record_of(int id);
     void sweep_unreachable_break_nodes();
 
     graph_ptr2<ILayout> default_layout;
@@ -174,7 +181,7 @@ private:
     graph_ptr<node_impl_vector> update_list;
     graph_ptr<node_impl_vector> resize_list;
     std::size_t break_node_records = 0;
-    std::size_t sweep_at = 1024; ///< break node records that call for the next sweep
+    std::size_t sweep_at = FIRST_SWEEP; ///< break node records that call for the next sweep
 };
 
 /// Walks the node records of a hit test; Space: graph.

@@ -1,0 +1,124 @@
+#include "nurvex7/model/visual_store.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace nurvex7 {
+
+IEdgeVis::~IEdgeVis() = default;
+
+namespace {
+bool _stands_before(const std::pair<int, graph_ptr<node_impl_vector>>& entry, int owner_id) {
+    return entry.first < owner_id;
+}
+} // namespace
+
+DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge) : edge_impl(std::move(edge)) {}
+
+graph_ptr<IEdgeImpl> DefaultEdgeVis::get_edge_impl() const {
+    return edge_impl;
+}
+
+// The cache hands itself out, so it is dropped for a new one and never emptied: who still walks the
+// old route keeps it whole.
+void DefaultEdgeVis::remove_break_nodes() {
+    break_nodes_by_owner.clear();
+    break_nodes_cache.reset();
+}
+
+graph_ptr<node_impl_set> DefaultEdgeVis::get_break_nodes_in(int owner_id) {
+    return find_or_make_run(owner_id);
+}
+
+void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {
+    if (count < 1) {
+        return;
+    }
+    if (edge_set.get() == nullptr) {
+        edge_set = new edge_impl_vector;
+        edge_set->push_back(edge_impl);
+    }
+    const graph_ptr<node_impl_vector> run = find_or_make_run(owner_id);
+    for (int i = 0; i < count; ++i) {
+        run->push_back(new DummyNodeImpl(edge_set));
+    }
+    break_nodes_cache.reset();
+}
+
+void DefaultEdgeVis::remove_break_nodes_in(int owner_id) {
+    std::erase_if(break_nodes_by_owner,
+                  [&](const run_entry& entry) { return entry.first == owner_id; });
+    break_nodes_cache.reset();
+}
+
+graph_ptr<node_impl_vector> DefaultEdgeVis::find_run(int owner_id) const {
+    const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
+                                        owner_id, _stands_before);
+    const bool found = place != break_nodes_by_owner.end() && place->first == owner_id;
+    return found ? place->second : graph_ptr<node_impl_vector>();
+}
+
+graph_ptr<node_impl_vector> DefaultEdgeVis::find_or_make_run(int owner_id) {
+    const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
+                                        owner_id, _stands_before);
+    if (place != break_nodes_by_owner.end() && place->first == owner_id) {
+        return place->second;
+    }
+    return break_nodes_by_owner.emplace(place, owner_id, new node_impl_vector)->second;
+}
+
+// Outward through the owners of the source, as far as the outermost that holds a run; then inward
+// through those of the target, which stop below that one: the common owner counts once.
+graph_ptr<node_impl_set> DefaultEdgeVis::get_break_nodes() {
+    if (break_nodes_cache.get() != nullptr) {
+        return break_nodes_cache;
+    }
+    const graph_ptr<INodeImpl> from = edge_impl->from();
+    const graph_ptr<INodeImpl> to = edge_impl->to();
+    if (from.get() == nullptr || to.get() == nullptr) {
+        return new node_impl_vector; // a removed edge leads nowhere
+    }
+    const graph_ptr<node_impl_vector> route(new node_impl_vector);
+    const graph_ptr<INodeImpl> outermost = append_outward_runs(from, route);
+    append_inward_runs(to, outermost, route);
+    break_nodes_cache = route;
+    return route;
+}
+
+// Gives the outermost owner that holds a run, or the direct owner where none does.
+graph_ptr<INodeImpl>
+DefaultEdgeVis::append_outward_runs(const graph_ptr<INodeImpl>& from,
+                                    const graph_ptr<node_impl_vector>& route) const {
+    graph_ptr<INodeImpl> owner = owner_above(from);
+    graph_ptr<INodeImpl> outermost = owner;
+    for (; owner.get() != nullptr; owner = owner_above(owner)) {
+        const graph_ptr<node_impl_vector> run = find_run(owner->get_id());
+        if (run.get() != nullptr) {
+            _append(route, run);
+            outermost = owner;
+        }
+    }
+    return outermost;
+}
+
+// Nothing stops the walk where the source was deleted and has no owner any more.
+void DefaultEdgeVis::append_inward_runs(const graph_ptr<INodeImpl>& to,
+                                        const graph_ptr<INodeImpl>& outermost,
+                                        const graph_ptr<node_impl_vector>& route) const {
+    std::vector<graph_ptr<node_impl_vector>> innermost_first;
+    for (graph_ptr<INodeImpl> owner = owner_above(to); owner.get() != nullptr;
+         owner = owner_above(owner)) {
+        if (outermost.get() != nullptr && owner == outermost) {
+            break;
+        }
+        const graph_ptr<node_impl_vector> run = find_run(owner->get_id());
+        if (run.get() != nullptr) {
+            innermost_first.push_back(run);
+        }
+    }
+    for (auto run = innermost_first.rbegin(); run != innermost_first.rend(); ++run) {
+        _append(route, *run);
+    }
+}
+
+} // namespace nurvex7

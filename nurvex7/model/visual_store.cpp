@@ -1,0 +1,209 @@
+#include "nurvex7/model/visual_store.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace nurvex7 {
+
+INodeVis::~INodeVis() = default;
+
+IGraphVis::~IGraphVis() = default;
+
+// Nodes
+
+DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node) : node_impl(std::move(node)) {}
+
+graph_ptr<INodeImpl> DefaultNodeVis::get_node_impl() const {
+    return node_impl;
+}
+
+tamsel7::size<double> DefaultNodeVis::get_size() const {
+    return size;
+}
+
+void DefaultNodeVis::set_size(const tamsel7::size<double>& value) {
+    size = value;
+}
+
+tamsel7::point<double> DefaultNodeVis::get_position() const {
+    return position;
+}
+
+void DefaultNodeVis::set_position(const tamsel7::point<double>& value) {
+    position = value;
+}
+
+// Records
+
+DefaultGraphVis::DefaultGraphVis()
+    : default_layout(GetDefaultLayout()), default_node_painter(GetDefaultNodeHandler()),
+      make_list(new node_impl_vector), update_list(new node_impl_vector),
+      resize_list(new node_impl_vector) {}
+
+graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> edge) {
+    if (edge.get() == nullptr) {
+        return graph_ptr<IEdgeVis>();
+    }
+    EdgeVisInfo& info = edge_map[edge->get_id()];
+    if (info.vis.get() == nullptr) {
+        info.vis = new DefaultEdgeVis(edge);
+    }
+    return info.vis;
+}
+
+graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
+    if (node.get() == nullptr) {
+        return graph_ptr<INodeVis>();
+    }
+    NodeVisInfo& info = record_of(node->get_id());
+    if (info.vis.get() == nullptr) {
+        info.vis = new DefaultNodeVis(node);
+    }
+    return info.vis;
+}
+
+void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {
+    if (edge.get() != nullptr) {
+        edge_map.erase(edge->get_id());
+    }
+}
+
+void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
+    if (node.get() != nullptr && node_map.erase(node->get_id()) && node->get_id() < 0) {
+        --break_node_records;
+    }
+}
+
+// Every look at a node comes through here, so a record that is there costs one search.
+NodeVisInfo& DefaultGraphVis::record_of(int id) {
+    if (NodeVisInfo* const known = node_map.find(id)) {
+        return *known;
+    }
+    if (id < 0) {
+        if (break_node_records >= sweep_at) {
+            sweep_unreachable_break_nodes();
+        }
+        ++break_node_records;
+    }
+    return node_map[id];
+}
+
+// Break nodes come and go with every layout, and nobody removes their records. One that nobody but
+// its record holds can never be asked for again. The next sweep waits until the records have
+// doubled, which spreads its cost.
+void DefaultGraphVis::sweep_unreachable_break_nodes() {
+    node_map.erase_if([&](int id, const NodeVisInfo& info) {
+        const bool unreachable =
+            id < 0 && info.layout.get() == nullptr && info.painter.get() == nullptr &&
+            (info.vis.get() == nullptr ||
+             (info.vis->ref_count == 1 && info.vis->get_node_impl()->ref_count == 2));
+        break_node_records -= unreachable ? 1U : 0U;
+        return unreachable;
+    });
+    sweep_at = std::max(FIRST_SWEEP, 2 * break_node_records);
+}
+
+// Layouts and handlers
+
+// Deliberate: the default is given as it stands, empty or not; only get_default_layout fills it.
+graph_ptr2<ILayout> DefaultGraphVis::get_node_layout(graph_ptr<INodeImpl> node) {
+    if (node.get() == nullptr) {
+        return default_layout;
+    }
+    const NodeVisInfo& info = record_of(node->get_id());
+    return info.layout.get() != nullptr ? info.layout : default_layout;
+}
+
+void DefaultGraphVis::set_node_layout(graph_ptr<INodeImpl> node, graph_ptr2<ILayout> layout) {
+    if (node.get() != nullptr) {
+        record_of(node->get_id()).layout = layout;
+    }
+}
+
+graph_ptr2<INodeHandler> DefaultGraphVis::get_node_painter(graph_ptr<INodeImpl> node) {
+    if (node.get() == nullptr) {
+        return default_node_painter;
+    }
+    const NodeVisInfo& info = record_of(node->get_id());
+    return info.painter.get() != nullptr ? info.painter : default_node_painter;
+}
+
+void DefaultGraphVis::set_node_painter(graph_ptr<INodeImpl> node,
+                                       graph_ptr2<INodeHandler> painter) {
+    if (node.get() != nullptr) {
+        record_of(node->get_id()).painter = painter;
+    }
+}
+
+graph_ptr2<ILayout> DefaultGraphVis::get_default_layout() {
+    if (default_layout.get() == nullptr) {
+        default_layout = GetDefaultLayout();
+    }
+    return default_layout;
+}
+
+void DefaultGraphVis::set_default_layout(graph_ptr2<ILayout> layout) {
+    default_layout = layout;
+}
+
+graph_ptr2<INodeHandler> DefaultGraphVis::get_default_node_painter() {
+    if (default_node_painter.get() == nullptr) {
+        default_node_painter = GetDefaultNodeHandler();
+    }
+    return default_node_painter;
+}
+
+void DefaultGraphVis::set_default_node_painter(graph_ptr2<INodeHandler> painter) {
+    default_node_painter = painter;
+}
+
+graph_ptr2<IEdgeHandler> DefaultGraphVis::get_default_edge_painter() {
+    if (default_edge_painter.get() == nullptr) {
+        default_edge_painter = GetDefaultEdgeHandler();
+    }
+    return default_edge_painter;
+}
+
+void DefaultGraphVis::set_default_edge_painter(graph_ptr2<IEdgeHandler> painter) {
+    default_edge_painter = painter;
+}
+
+// Pending layout work
+
+void DefaultGraphVis::add_to_make_list(graph_ptr<INodeImpl> node) {
+    make_list->push_back(node);
+}
+
+graph_ptr<node_impl_set> DefaultGraphVis::get_make_list() {
+    return make_list;
+}
+
+void DefaultGraphVis::clear_make_list() {
+    make_list->clear();
+}
+
+void DefaultGraphVis::add_to_update_list(graph_ptr<INodeImpl> node) {
+    update_list->push_back(node);
+}
+
+graph_ptr<node_impl_set> DefaultGraphVis::get_update_list() {
+    return update_list;
+}
+
+void DefaultGraphVis::clear_update_list() {
+    update_list->clear();
+}
+
+void DefaultGraphVis::add_to_resize_list(graph_ptr<INodeImpl> node) {
+    resize_list->push_back(node);
+}
+
+graph_ptr<node_impl_set> DefaultGraphVis::get_resize_list() {
+    return resize_list;
+}
+
+void DefaultGraphVis::clear_resize_list() {
+    resize_list->clear();
+}
+
+} // namespace nurvex7
