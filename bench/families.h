@@ -69,17 +69,20 @@ inline Bench tree(std::size_t n) {
     return b;
 }
 
-/// Links `edges` random pairs of the nodes: the nodes stand in about sqrt(n) layers, and an edge
-/// leads one or two layers on.
-inline void link_sparsely(std::vector<nurvex7::Node>& nodes, std::size_t edges,
-                          std::mt19937& random) {
+/// Links nodes that stand in about sqrt(n) layers with 1.5 x as many edges: one from the layer
+/// before to each node, which keeps every node on its layer, and half as many that lead one to
+/// three layers on.
+inline void link_sparsely(std::vector<nurvex7::Node>& nodes, std::mt19937& random) {
+    const std::size_t n = nodes.size();
     const std::size_t width =
-        std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(nodes.size())));
-    for (std::size_t i = 0; i < edges; ++i) {
-        const std::size_t from = random() % nodes.size();
-        const std::size_t first = (from / width + 1 + random() % 2) * width;
-        const std::size_t to = first + random() % width;
-        if (to < nodes.size()) {
+        std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(n))));
+    for (std::size_t to = width; to < n; ++to) {
+        nodes[(to / width - 1) * width + random() % width].LinkTo(nodes[to]);
+    }
+    for (std::size_t i = 0; i < n / 2; ++i) {
+        const std::size_t from = random() % n;
+        const std::size_t to = (from / width + 1 + random() % 3) * width + random() % width;
+        if (to < n) {
             nodes[from].LinkTo(nodes[to]);
         }
     }
@@ -90,7 +93,7 @@ inline Bench sparse(std::size_t n) {
     Bench b;
     std::mt19937 random(11);
     std::vector<nurvex7::Node> nodes = add_nodes(b.graph->GetRoot(), n);
-    link_sparsely(nodes, n * 3 / 2, random);
+    link_sparsely(nodes, random);
     return b;
 }
 
@@ -112,7 +115,7 @@ inline Bench nested(std::size_t n) {
     std::vector<nurvex7::Node> leaves;
     for (nurvex7::Node& owner : owners) {
         std::vector<nurvex7::Node> own = add_nodes(owner, 10);
-        link_sparsely(own, 8, random);
+        link_sparsely(own, random);
         leaves.insert(leaves.end(), own.begin(), own.end());
     }
     for (std::size_t i = 0; i < leaves.size() / 4; ++i) {
