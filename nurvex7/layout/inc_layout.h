@@ -13,6 +13,14 @@
 
 namespace nurvex7 {
 
+/// What an Update of an owner would meet, see IncLayout::LookAhead.
+enum class UpdateOutlook {
+    NEVER_LAID_OUT, ///< the owner has no drawing to keep: queue MakeLayout
+    NOTHING_NEW,    ///< no node and no edge that is not in the drawing already
+    FITS,           ///< what is new can be fitted in
+    DOES_NOT_FIT    ///< a new node has no place to start from: Update would never end
+};
+
 /// The incremental layered layout. Levels are columns, x grows with the level, y runs along a
 /// level; long edges bend at dummy nodes; edges that run backwards or stay on their level are
 /// routed on tracks under their nodes; edges across the border of an owner end in ports on it.
@@ -57,6 +65,13 @@ public:
     void Update(Node owner) override;
     void Resize(Node owner) override;
 
+    /// Tells what an Update of an owner would meet now, in it and in every owner inside it.
+    ///
+    /// A new node is fitted in beside an old neighbour that was visible, or its whole component is
+    /// new. Where it is neither, Update would search for ever: queue MakeLayout instead.
+    /// Keeps   everything: it makes no record, not even by reading
+    UpdateOutlook LookAhead(const Node& owner) const;
+
 protected:
     friend class LayoutProbe;
 
@@ -78,6 +93,7 @@ protected:
     void mark_reversed_edges(std::vector<Node>* list, bool by_order);
     void mark_levels(std::vector<Node>* list);
     void set_node_level(const Node& node, int level);
+    std::vector<const Node*> successors_of(const Node& node);
     void tighten_start_nodes(std::vector<Node>* starts);
     void mark_new_nodes_levels(std::vector<Node>* component);
 
@@ -143,7 +159,18 @@ protected:
     void lengthen_to_hold(int level);
 
     // New nodes (new_nodes.cpp)
+    /// A free stretch along a level, in y; `size` shrinks by what is planned for it.
+    struct FreeSpace {
+        double start;
+        double end;
+        double size;
+    };
+
     void calculate_new_nodes_y_coords();
+    void place_new_nodes_of(std::vector<Node>& level, node_iterator first);
+    std::vector<FreeSpace> free_spaces(node_iterator first, node_iterator last);
+    static std::size_t _nearest_space(const std::vector<FreeSpace>& spaces, double ideal,
+                                      double need);
     double ideal_y(const Node& node);
     void pack(std::vector<Node>& planned, bool upwards, double from);
 

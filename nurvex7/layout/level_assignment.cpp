@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <set>
 #include <utility>
 
@@ -361,79 +362,114 @@ void IncLayout::set_node_level(const Node& node, int level) {
     raise_levels({node}, level);
 }
 
-// Longest paths from the sources, with the results of a walk that follows every path: a node takes
-// the highest level that reaches it, and stops a path that arrives below what it has. Following
-// paths one by one takes exponential time on dense graphs, so the nodes are taken in topological
-// order, when all that reaches them is known.
-void IncLayout::raise_levels(const std::vector<Node>& sources, int level) {
+namespace {
+
+using successors_t = std::function<std::vector<const Node*>(const Node&)>;
+
+/// All that can be reached from some nodes, in topological order: a depth-first walk with a stack
+/// of its own, read backwards (Tarjan, "Edge-disjoint spanning trees and depth-first search",
+/// 1976). On a cycle it stops where it has been.
+class _Reach {
+public:
     struct Step {
         const Node* node;
-        int arrival;
-        std::vector<int> next;
+        std::vector<int> next; ///< steps of the successors
     };
-    std::vector<Step> steps;
-    IdMap<int> place; // in `steps`
-    std::vector<int> order;
+
+    explicit _Reach(successors_t f) : successors_of(std::move(f)) {}
+
+    /// The step of a node, after a walk from it where it was not reached before.
+    int walk_from(const Node& source) {
+        if (const int* const known = place.find(source.GetID())) {
+            return *known;
+        }
+        const int first = enter(source);
+        while (!open.empty()) {
+            Frame& frame = open.back();
+            if (frame.next == frame.successors.size()) {
+                finished.push_back(frame.step);
+                open.pop_back();
+                continue;
+            }
+            const std::size_t here = static_cast<std::size_t>(frame.step);
+            const Node& successor = *frame.successors[frame.next++];
+            const int* const known = place.find(successor.GetID());
+            const int there = known != nullptr ? *known : enter(successor);
+            steps[here].next.push_back(there);
+        }
+        return first;
+    }
+
+    const std::vector<Step>& get_steps() const { return steps; }
+    std::vector<int> topological_order() const {
+        return std::vector<int>(finished.rbegin(), finished.rend());
+    }
+
+private:
     struct Frame {
         int step;
         std::vector<const Node*> successors;
         std::size_t next;
     };
-    std::vector<Frame> open;
-    const auto successors_of = [&](const Node& n) {
-        std::vector<const Node*> found;
-        for (const NodeEdgePair& pair : children_of(n)) {
-            if (!passed_over(pair.node) && pair.node != n && !local_info[pair.edge].reversed) {
-                found.push_back(&pair.node);
-            }
-        }
-        for (const NodeEdgePair& pair : parents_of(n)) {
-            if (!passed_over(pair.node) && pair.node != n && local_info[pair.edge].reversed) {
-                found.push_back(&pair.node);
-            }
-        }
-        return found;
-    };
-    const auto enter = [&](const Node& n) {
+
+    int enter(const Node& n) {
         const int step = static_cast<int>(steps.size());
         place[n.GetID()] = step;
-        steps.push_back(Step{&n, INT_MIN, {}});
+        steps.push_back(Step{&n, {}});
         open.push_back(Frame{step, successors_of(n), 0});
         return step;
-    };
-    const auto walk_from = [&](const Node& source) {
-        enter(source);
-        while (!open.empty()) {
-            Frame& frame = open.back();
-            if (frame.next == frame.successors.size()) {
-                order.push_back(frame.step);
-                open.pop_back();
-                continue;
-            }
-            const Node& successor = *frame.successors[frame.next++];
-            const std::size_t here = static_cast<std::size_t>(frame.step);
-            const int* const known = place.find(successor.GetID());
-            const int there = known != nullptr ? *known : enter(successor);
-            steps[here].next.push_back(there);
-        }
-    };
-    for (const Node& source : sources) {
-        if (place.find(source.GetID()) == nullptr) {
-            walk_from(source);
-        }
-        steps[static_cast<std::size_t>(*place.find(source.GetID()))].arrival = level;
     }
-    std::reverse(order.begin(), order.end());
-    for (const int i : order) {
-        const Step& step = steps[static_cast<std::size_t>(i)];
+
+    successors_t successors_of;
+    std::vector<Step> steps;
+    IdMap<int> place; // in `steps`, by node id
+    std::vector<Frame> open;
+    std::vector<int> finished;
+};
+
+} // namespace
+
+// Where the levels lead on from a node: its children, and its parents over reversed edges.
+std::vector<const Node*> IncLayout::successors_of(const Node& n) {
+    std::vector<const Node*> found;
+    const auto collect = [&](std::span<const NodeEdgePair> pairs, bool reversed) {
+        for (const NodeEdgePair& pair : pairs) {
+            if (!passed_over(pair.node) && pair.node != n &&
+                local_info[pair.edge].reversed == reversed) {
+                found.push_back(&pair.node);
+            }
+        }
+    };
+    collect(children_of(n), false);
+    collect(parents_of(n), true);
+    return found;
+}
+
+// Longest paths from the sources, with the results of a walk that follows every path: a node takes
+// the highest level that reaches it, and stops a path that arrives below what it has. Following
+// paths one by one takes exponential time on dense graphs, so the nodes are taken in topological
+// order, when all that reaches them is known.
+void IncLayout::raise_levels(const std::vector<Node>& sources, int level) {
+    _Reach reach([this](const Node& n) { return successors_of(n); });
+    std::vector<int> first;
+    for (const Node& source : sources) {
+        first.push_back(reach.walk_from(source));
+    }
+    std::vector<int> arrival(reach.get_steps().size(), INT_MIN);
+    for (const int step : first) {
+        arrival[static_cast<std::size_t>(step)] = level;
+    }
+    for (const int i : reach.topological_order()) {
+        const _Reach::Step& step = reach.get_steps()[static_cast<std::size_t>(i)];
+        const int arrived = arrival[static_cast<std::size_t>(i)];
         NodeInfo& info = (*cur_info)[*step.node];
-        if (step.arrival == INT_MIN || step.arrival < info.level) {
+        if (arrived == INT_MIN || arrived < info.level) {
             continue;
         }
-        info.level = step.arrival;
+        info.level = arrived;
         for (const int j : step.next) {
-            int& arrival = steps[static_cast<std::size_t>(j)].arrival;
-            arrival = std::max(arrival, info.level + 1);
+            int& further = arrival[static_cast<std::size_t>(j)];
+            further = std::max(further, arrived + 1);
         }
     }
 }
@@ -442,19 +478,10 @@ void IncLayout::raise_levels(const std::vector<Node>& sources, int level) {
 void IncLayout::tighten_start_nodes(std::vector<Node>* starts) {
     for (const Node& s : *starts) {
         int min = INT_MAX;
-        bool found = false;
-        const auto look = [&](std::span<const NodeEdgePair> pairs, bool reversed) {
-            for (const NodeEdgePair& pair : pairs) {
-                if (!passed_over(pair.node) && pair.node != s &&
-                    local_info[pair.edge].reversed == reversed) {
-                    min = std::min(min, (*cur_info)[pair.node].level);
-                    found = true;
-                }
-            }
-        };
-        look(children_of(s), false);
-        look(parents_of(s), true);
-        if (found && min > 2) {
+        for (const Node* const successor : successors_of(s)) {
+            min = std::min(min, (*cur_info)[*successor].level);
+        }
+        if (min != INT_MAX && min > 2) {
             (*cur_info)[s].level = min - 1;
         }
     }

@@ -13,18 +13,12 @@ namespace {
 constexpr double FAR_ABOVE = -DBL_MAX / 2;
 constexpr double FAR_BELOW = DBL_MAX / 2;
 
-/// A free stretch along a level, in y; `size` shrinks by what is planned for it.
-struct FreeSpace {
-    double start;
-    double end;
-    double size;
+} // namespace
 
-    FreeSpace(double from, double to) : start(from), end(to), size(to - from) {}
-};
-
-/// The space nearest to an ideal y that still has room: the search goes outward from there, to the
-/// nearer side first. The spaces at both ends are so large that it ends.
-std::size_t _nearest_space(const std::vector<FreeSpace>& spaces, double ideal, double need) {
+// The space nearest to an ideal y that still has room: the search goes outward from there, to the
+// nearer side first. The spaces at both ends are so large that it ends.
+std::size_t IncLayout::_nearest_space(const std::vector<FreeSpace>& spaces, double ideal,
+                                      double need) {
     std::size_t right = 1;
     while (right + 1 < spaces.size() && ideal > spaces[right].end) {
         ++right;
@@ -52,8 +46,6 @@ std::size_t _nearest_space(const std::vector<FreeSpace>& spaces, double ideal, d
     }
 }
 
-} // namespace
-
 // Finds room for the new nodes of each level without moving an old one: each goes into the free
 // space nearest to the mean height of its neighbours, and is then pulled towards them inside it.
 //
@@ -65,45 +57,56 @@ std::size_t _nearest_space(const std::vector<FreeSpace>& spaces, double ideal, d
 // Space   owner-relative
 void IncLayout::calculate_new_nodes_y_coords() {
     for (std::vector<Node>& level : level_nodes) {
-        const auto is_new = [this](const Node& n) { return _is_new(n); };
-        const auto first = std::find_if(level.begin(), level.end(), is_new);
-        if (first == level.end()) {
-            continue;
-        }
-        std::vector<FreeSpace> spaces;
-        double y = FAR_ABOVE;
-        for (auto n = level.begin(); n != first; ++n) {
-            const double half_gap = gap_of(*n) / 2;
-            const double top = n->GetPosition().y - half_gap;
-            if (y < top) {
-                spaces.emplace_back(y, top);
-            }
-            y = n->GetPosition().y + _get_height(*n) + half_gap;
-        }
-        spaces.emplace_back(y, FAR_BELOW);
-        std::vector<std::vector<Node>> planned(spaces.size());
-        for (auto n = first; n != level.end(); ++n) {
-            const double ideal = ideal_y(*n);
-            n->SetPosition(0, ideal);
-            if (spaces.size() == 1 || ideal < spaces[0].end) {
-                planned[0].push_back(*n);
-                continue;
-            }
-            const double need = _get_height(*n) + gap_of(*n);
-            const std::size_t space = _nearest_space(spaces, ideal, need);
-            spaces[space].size -= need;
-            planned[space].push_back(*n);
-        }
-        for (std::size_t s = 0; s < spaces.size(); ++s) {
-            const bool above_all = s == 0 && spaces.size() > 1;
-            const double start = s == 0 ? 0 : spaces[s].start;
-            pack(planned[s], above_all, above_all ? spaces[s].end : start);
-            if (!planned[s].empty()) {
-                force_adjust_block(planned[s].begin(), planned[s].end(), DEPEND_ON_BOTH, true,
-                                   spaces[s].start + gap_of(planned[s].front()) / 2, spaces[s].end);
-            }
+        const auto first =
+            std::find_if(level.begin(), level.end(), [this](const Node& n) { return _is_new(n); });
+        if (first != level.end()) {
+            place_new_nodes_of(level, first);
         }
     }
+}
+
+// From the first new node on all nodes of a level count as new, whatever they are.
+void IncLayout::place_new_nodes_of(std::vector<Node>& level, node_iterator first) {
+    std::vector<FreeSpace> spaces = free_spaces(level.begin(), first);
+    std::vector<std::vector<Node>> planned(spaces.size());
+    for (auto n = first; n != level.end(); ++n) {
+        const double ideal = ideal_y(*n);
+        n->SetPosition(0, ideal);
+        std::size_t space = 0;
+        if (spaces.size() > 1 && ideal >= spaces[0].end) {
+            const double need = _get_height(*n) + gap_of(*n);
+            space = _nearest_space(spaces, ideal, need);
+            spaces[space].size -= need;
+        }
+        planned[space].push_back(*n);
+    }
+    for (std::size_t s = 0; s < spaces.size(); ++s) {
+        if (planned[s].empty()) {
+            continue;
+        }
+        // The space above all old nodes is filled from its lower end, which is the top of the old
+        // drawing. A level without old nodes starts at 0.
+        const bool above_all = s == 0 && spaces.size() > 1;
+        pack(planned[s], above_all, above_all ? spaces[s].end : s == 0 ? 0 : spaces[s].start);
+        force_adjust_block(planned[s].begin(), planned[s].end(), DEPEND_ON_BOTH, true,
+                           spaces[s].start + gap_of(planned[s].front()) / 2, spaces[s].end);
+    }
+}
+
+// The free stretches around the old nodes of a level, which stand in the order of their y.
+std::vector<IncLayout::FreeSpace> IncLayout::free_spaces(node_iterator first, node_iterator last) {
+    std::vector<FreeSpace> spaces;
+    double y = FAR_ABOVE;
+    for (auto n = first; n != last; ++n) {
+        const double half_gap = gap_of(*n) / 2;
+        const double top = n->GetPosition().y - half_gap;
+        if (y < top) {
+            spaces.push_back(FreeSpace{y, top, top - y});
+        }
+        y = n->GetPosition().y + _get_height(*n) + half_gap;
+    }
+    spaces.push_back(FreeSpace{y, FAR_BELOW, FAR_BELOW - y});
+    return spaces;
 }
 
 // The mean centre of the neighbours that have a usable y: those on the next lower level, which are

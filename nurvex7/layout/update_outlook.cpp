@@ -1,0 +1,122 @@
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
+#include "nurvex7/model/queries.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace nurvex7 {
+
+namespace {
+
+/// Looks at the components of one owner as an Update would find them. What has no record reads as
+/// the default, and none is made.
+class _Outlook {
+public:
+    using store = GraphInfoStore<NodeInfo, EdgeInfo>;
+
+    _Outlook(const store* records_of_owner, const StructureIndex& index, bool with_hidden)
+        : records(records_of_owner), answers(index), keep_hidden(with_hidden) {}
+
+    UpdateOutlook of(const Node& owner) {
+        UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
+        NodeSet owned = owner.GetOwned();
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            const Node start = owned.GetItem(i);
+            if (takes_part(start) && !visited[start.GetID()]) {
+                outlook = std::max(outlook, of_component(start));
+            }
+        }
+        return outlook;
+    }
+
+private:
+    UpdateOutlook of_component(const Node& start) {
+        bool all_new = true;
+        bool any_new = false;
+        bool all_anchored = true;
+        visited[start.GetID()] = true;
+        open.push_back(start);
+        while (!open.empty()) {
+            const Node n = open.back();
+            open.pop_back();
+            const NodeInfo info = record_of(n);
+            const bool hidden = IsFlagSet(n, NODE_HIDDEN);
+            const bool comes_back = info.is_old && info.was_hidden && !hidden;
+            all_new = all_new && (!info.is_old || info.was_hidden);
+            any_new = any_new || !info.is_old || comes_back;
+            all_anchored = all_anchored && (look_around(n, hidden, any_new) || info.is_old);
+        }
+        if (!all_new && !all_anchored) {
+            return UpdateOutlook::DOES_NOT_FIT;
+        }
+        return any_new ? UpdateOutlook::FITS : UpdateOutlook::NOTHING_NEW;
+    }
+
+    // Opens the neighbours of a node and notes new edges. Gives whether a neighbour is old and was
+    // visible.
+    bool look_around(const Node& n, bool hidden, bool& any_new) {
+        bool anchored = false;
+        for (const auto pairs : {answers.Children(n), answers.Parents(n)}) {
+            for (const NodeEdgePair& pair : pairs) {
+                if (!takes_part(pair.node)) {
+                    continue;
+                }
+                const NodeInfo neighbour = record_of(pair.node);
+                anchored = anchored || (neighbour.is_old && !neighbour.was_hidden);
+                const bool drawn = !hidden && !IsFlagSet(pair.node, NODE_HIDDEN);
+                any_new = any_new || (drawn && !is_old(pair.edge));
+                bool& seen = visited[pair.node.GetID()];
+                if (!seen) {
+                    seen = true;
+                    open.push_back(pair.node);
+                }
+            }
+        }
+        return anchored;
+    }
+
+    bool takes_part(const Node& n) const { return keep_hidden || !IsFlagSet(n, NODE_HIDDEN); }
+
+    NodeInfo record_of(const Node& n) const {
+        const store::node_entry* const entry =
+            records != nullptr ? records->node_info.find(n.GetID()) : nullptr;
+        return entry != nullptr && entry->second.level >= 0 ? entry->second : NodeInfo();
+    }
+
+    bool is_old(const Edge& e) const {
+        const store::edge_entry* const entry =
+            records != nullptr ? records->edge_info.find(e.GetID()) : nullptr;
+        return entry != nullptr && entry->second.is_old;
+    }
+
+    const store* records;
+    const StructureIndex& answers;
+    bool keep_hidden;
+    IdMap<bool> visited; // by node id
+    std::vector<Node> open;
+};
+
+} // namespace
+
+UpdateOutlook IncLayout::LookAhead(const Node& owner) const {
+    if (owner.GetOwned().GetCount() == 0) {
+        return UpdateOutlook::NOTHING_NEW;
+    }
+    if (cluster_info.find(owner) == cluster_info.end()) {
+        return UpdateOutlook::NEVER_LAID_OUT;
+    }
+    const StructureIndex answers(owner);
+    UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
+    for (const Node& n : answers.GetNodes()) {
+        if (n.GetOwned().GetCount() == 0) {
+            continue;
+        }
+        const auto found = cluster_info.find(n);
+        const node_store* const records = found != cluster_info.end() ? &found->second : nullptr;
+        outlook = std::max(outlook, _Outlook(records, answers, keep_hidden).of(n));
+    }
+    return outlook;
+}
+
+} // namespace nurvex7
