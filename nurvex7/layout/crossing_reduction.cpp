@@ -1,8 +1,8 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/ordinals.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <numeric>
+#include <memory>
 
 namespace nurvex7 {
 
@@ -23,50 +23,41 @@ void IncLayout::barycentric_adjust() {
     if (level_nodes.size() < 4) {
         return;
     }
+    ordinals = std::make_unique<Ordinals>(level_nodes, local_info);
     forward_barycentric_adjust();
     backward_barycentric_adjust();
     forward_barycentric_adjust();
+    ordinals->store(level_nodes);
+    ordinals.reset();
 }
 
-namespace {
-
-// Keys do not change during a sort, so each is computed once. The sort is stable: nodes of equal
-// key keep their order.
-void _sort_by_adjacent_y(std::vector<Node>& level, const NodeByAdjacentYComparator& order) {
-    std::vector<double> keys;
-    keys.reserve(level.size());
-    for (const Node& n : level) {
-        keys.push_back(order.key(n));
+// The levels are gathered for all three sweeps together; a sweep that is called by itself gathers
+// for itself.
+template <typename F>
+void IncLayout::sweep(F f) {
+    if (ordinals != nullptr) {
+        f(*ordinals);
+        return;
     }
-    std::vector<std::size_t> places(level.size());
-    std::iota(places.begin(), places.end(), std::size_t{0});
-    std::stable_sort(places.begin(), places.end(),
-                     [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
-    std::vector<Node> sorted;
-    sorted.reserve(level.size());
-    for (const std::size_t place : places) {
-        sorted.push_back(level[place]);
-    }
-    level.swap(sorted);
+    Ordinals own(level_nodes, local_info);
+    f(own);
+    own.store(level_nodes);
 }
-
-} // namespace
 
 void IncLayout::forward_barycentric_adjust() {
-    const NodeByAdjacentYComparator order(&local_info, &LocalNodeInfo::in_neighbours);
-    for (std::size_t k = 2; k + 1 < level_nodes.size(); ++k) {
-        _sort_by_adjacent_y(level_nodes[k], order);
-        enumerate_level_by_y_coord(&level_nodes[k]);
-    }
+    sweep([this](Ordinals& levels) {
+        for (std::size_t k = 2; k + 1 < level_nodes.size(); ++k) {
+            levels.sort(k, ORDER_IN);
+        }
+    });
 }
 
 void IncLayout::backward_barycentric_adjust() {
-    const NodeByAdjacentYComparator order(&local_info, &LocalNodeInfo::out_neighbours);
-    for (std::size_t above = level_nodes.size(); above > 3; --above) {
-        const std::size_t k = above - 3;
-        _sort_by_adjacent_y(level_nodes[k], order);
-        enumerate_level_by_y_coord(&level_nodes[k]);
-    }
+    sweep([this](Ordinals& levels) {
+        for (std::size_t above = level_nodes.size(); above > 3; --above) {
+            levels.sort(above - 3, ORDER_OUT);
+        }
+    });
 }
 
 void IncLayout::enumerate_level_by_y_coord(std::vector<Node>* level) {

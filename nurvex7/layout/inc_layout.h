@@ -13,6 +13,8 @@
 
 namespace nurvex7 {
 
+class Ordinals;
+
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
 enum class UpdateOutlook {
     NEVER_LAID_OUT, ///< the owner has no drawing to keep: queue MakeLayout
@@ -233,7 +235,11 @@ private:
 
     void raise_levels(const std::vector<Node>& sources, int level);
 
+    template <typename F>
+    void sweep(F f);
+
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
+    std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
     const Node* served = nullptr;              ///< the owner whose inside has been served already
 };
 
