@@ -4,6 +4,7 @@
 #include "nurvex7/model/flags.h"
 #include "nurvex7/model/node.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace nurvex7 {
@@ -12,6 +13,7 @@ namespace nurvex7 {
 ///
 /// Order   owners before what they own, or after it with `post_order`; siblings in set order, with
 ///         the count read afresh at each step. `include_self` false leaves out the top node only.
+///         A node that was made its own owner is not met a second time inside itself.
 template <typename F>
 F ForEachNodeIn(const Node& top, F f, bool post_order, bool include_self) {
     struct Frame {
@@ -36,7 +38,9 @@ F ForEachNodeIn(const Node& top, F f, bool post_order, bool include_self) {
         Frame& frame = open.back();
         if (frame.next < frame.owned.GetCount()) {
             const Node inner = frame.owned.GetItem(frame.next++);
-            enter(inner);
+            if (inner.get_impl().get() != frame.node.get_impl().get()) {
+                enter(inner);
+            }
             continue;
         }
         const Node done = frame.node;
@@ -69,7 +73,8 @@ private:
 ///
 /// They read structure only: hidden nodes count. A self-edge of the node gives a pair with the node
 /// itself. Edges that stay inside the node, or that leave its owner, are not reported. The root and
-/// break nodes have no neighbours.
+/// break nodes have no neighbours. Edges whose far end was removed or belongs to no root are passed
+/// over, by all four of these queries.
 /// Order   by sibling id, then by edge id
 NURVEX7_API graph_ptr2<IGraphSet<NodeEdgePair>> GetChildrenEx(Node node);
 NURVEX7_API graph_ptr2<IGraphSet<NodeEdgePair>> GetParentsEx(Node node);

@@ -39,18 +39,22 @@ public:
     const std::vector<Node>& GetNodes() const { return nodes; }
 
 private:
+    /// The answers of one query, those of the node at place p between start[p] and start[p + 1].
     struct Relation {
         std::vector<std::size_t> start;
         std::vector<NodeEdgePair> pairs;
     };
-    struct Lifting;
+    class Lifting;
 
+    void collect_nodes(const Node& owner);
+    /// The place of a node in `nodes`; -1 where it is not covered.
+    int find_place(const graph_ptr<INodeImpl>& node) const;
     std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
 
     std::vector<Node> nodes;
     std::vector<int> owner_place; ///< place of each node's owner in `nodes`; -1 for the first
-    std::vector<int> depth;
-    IdMap<int> place_of; ///< by node id
+    std::vector<int> depth;       ///< owners between each node and the first
+    IdMap<int> place_of;          ///< by node id
     Relation children;
     Relation parents;
     Relation edges_out;

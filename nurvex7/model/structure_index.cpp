@@ -1,0 +1,290 @@
+#include "nurvex7/model/structure_index.h"
+
+#include "nurvex7/model/queries.h"
+
+#include <algorithm>
+#include <limits>
+#include <tuple>
+
+namespace nurvex7 {
+
+/// Lifts the edges of one direction, and gathers the answers of its two queries.
+///
+/// An edge with the near end u and the far end v climbs from both ends to w, the innermost node
+/// that is or owns both. The node below w on the side of u has the one on the side of v for its
+/// sibling. All that the near end passes below that is left by the edge for good: there the answer
+/// names the root. Where v is w, the edge ends on the owner itself.
+class StructureIndex::Lifting {
+public:
+    Lifting(const StructureIndex& of, Node (Edge::*edge_end)() const);
+
+    void lift_edges(EdgeSet (Node::*node_edges)() const);
+    Relation take_siblings() { return sorted_relation(siblings); }
+    Relation take_crossings() { return sorted_relation(crossings); }
+
+private:
+    /// A node of an answer: its place in the index, or the complement of its place in `outside`.
+    using node_ref = int;
+    static constexpr node_ref NOWHERE = std::numeric_limits<int>::min();
+
+    struct Answer {
+        int base; ///< place of the node whose answer this is
+        int node_id;
+        int edge_id;
+        node_ref node;
+        int edge;
+
+        bool operator<(const Answer& other) const {
+            return std::tie(node_id, edge_id) < std::tie(other.node_id, other.edge_id);
+        }
+    };
+
+    /// What is above a node outside the index; NOWHERE where it belongs to no root.
+    struct Above {
+        node_ref top_level = NOWHERE;
+        node_ref root = NOWHERE;
+    };
+
+    void lift(int near_end, const Node& far_end);
+    void lift_inside(int near_end, int far_end);
+    void lift_outside(int near_end, const Above& far_end);
+    void add(std::vector<Answer>& answers, int base, node_ref node);
+
+    Above find_above(graph_ptr<INodeImpl> node);
+    node_ref add_outside(const graph_ptr<INodeImpl>& node);
+    node_ref find_root(const graph_ptr<INodeImpl>& root);
+    const Node& node_at(node_ref node) const;
+    Relation sorted_relation(std::vector<Answer>& answers) const;
+
+    const StructureIndex& index;
+    Node (Edge::*far_end_of)() const;
+    std::vector<Edge> edges; ///< as they are lifted; the last one is at work
+    std::vector<Answer> siblings;
+    std::vector<Answer> crossings;
+    std::vector<Node> outside;
+    std::vector<node_ref> foreign_roots;
+    IdMap<Above> known_above; ///< by id of the nodes outside
+    bool top_is_root;
+    node_ref own_root;
+};
+
+StructureIndex::Lifting::Lifting(const StructureIndex& of, Node (Edge::*edge_end)() const)
+    : index(of), far_end_of(edge_end), top_is_root(IsRoot(of.nodes.front())),
+      own_root(top_is_root ? 0 : find_above(of.nodes.front().get_impl()).root) {}
+
+void StructureIndex::Lifting::lift_edges(EdgeSet (Node::*node_edges)() const) {
+    if (own_root == NOWHERE) {
+        return;
+    }
+    for (int place = 1; place < static_cast<int>(index.nodes.size()); ++place) {
+        EdgeSet own_edges = (index.nodes[static_cast<std::size_t>(place)].*node_edges)();
+        for (int i = 0; i < own_edges.GetCount(); ++i) {
+            const Edge edge = own_edges.GetItem(i);
+            const Node far_end = (edge.*far_end_of)();
+            if (far_end.get_impl().get() != nullptr) {
+                edges.push_back(edge);
+                lift(place, far_end);
+            }
+        }
+    }
+}
+
+void StructureIndex::Lifting::lift(int near_end, const Node& far_end) {
+    const int place = index.find_place(far_end.get_impl());
+    if (place == near_end) {
+        add(siblings, place, place);
+    } else if (place >= 0) {
+        lift_inside(near_end, place);
+    } else {
+        const Above above = find_above(far_end.get_impl());
+        if (above.root != NOWHERE) {
+            lift_outside(near_end, above);
+        }
+    }
+}
+
+void StructureIndex::Lifting::lift_inside(int near_end, int far_end) {
+    const auto owner_of = [&](int place) {
+        return index.owner_place[static_cast<std::size_t>(place)];
+    };
+    const auto depth_of = [&](int place) { return index.depth[static_cast<std::size_t>(place)]; };
+    int below_near = -1; // the last node that each side has left
+    int below_far = -1;
+    while (near_end != far_end) {
+        if (depth_of(near_end) < depth_of(far_end)) {
+            below_far = far_end;
+            far_end = owner_of(far_end);
+            continue;
+        }
+        if (below_near >= 0) {
+            add(crossings, below_near, own_root);
+        }
+        below_near = near_end;
+        near_end = owner_of(near_end);
+    }
+    if (below_near >= 0 && below_far >= 0) {
+        add(siblings, below_near, below_far);
+    } else if (below_near >= 0) {
+        add(crossings, below_near, near_end);
+    }
+}
+
+void StructureIndex::Lifting::lift_outside(int near_end, const Above& far_end) {
+    int owner = index.owner_place[static_cast<std::size_t>(near_end)];
+    while (owner > 0) {
+        add(crossings, near_end, far_end.root);
+        near_end = owner;
+        owner = index.owner_place[static_cast<std::size_t>(owner)];
+    }
+    // All roots have one id. An edge into another graph therefore joins two top-level nodes like
+    // siblings.
+    if (top_is_root) {
+        add(siblings, near_end, far_end.top_level);
+    } else {
+        add(crossings, near_end, far_end.root);
+    }
+}
+
+void StructureIndex::Lifting::add(std::vector<Answer>& answers, int base, node_ref node) {
+    answers.push_back({base, node_at(node).GetID(), edges.back().GetID(), node,
+                       static_cast<int>(edges.size()) - 1});
+}
+
+StructureIndex::Lifting::Above StructureIndex::Lifting::find_above(graph_ptr<INodeImpl> node) {
+    std::vector<graph_ptr<INodeImpl>> path;
+    Above above;
+    for (; node.get() != nullptr; node = owner_above(node)) {
+        if (node->get_id() == 0) {
+            above.root = find_root(node);
+            above.top_level = path.empty() ? above.root : add_outside(path.back());
+            break;
+        }
+        if (const Above* const known = known_above.find(node->get_id())) {
+            above = *known;
+            break;
+        }
+        path.push_back(node);
+    }
+    for (const auto& passed : path) {
+        known_above[passed->get_id()] = above;
+    }
+    return above;
+}
+
+StructureIndex::Lifting::node_ref
+StructureIndex::Lifting::add_outside(const graph_ptr<INodeImpl>& node) {
+    outside.push_back(Node(index.nodes.front().get_vis(), node));
+    return ~(static_cast<node_ref>(outside.size()) - 1);
+}
+
+StructureIndex::Lifting::node_ref
+StructureIndex::Lifting::find_root(const graph_ptr<INodeImpl>& root) {
+    for (const node_ref known : foreign_roots) {
+        if (node_at(known).get_impl().get() == root.get()) {
+            return known;
+        }
+    }
+    foreign_roots.push_back(add_outside(root));
+    return foreign_roots.back();
+}
+
+const Node& StructureIndex::Lifting::node_at(node_ref node) const {
+    return node >= 0 ? index.nodes[static_cast<std::size_t>(node)]
+                     : outside[static_cast<std::size_t>(~node)];
+}
+
+// A counting sort by base, then a small sort in each answer. The pairs are made in their final
+// order, since a handle does not take the place of another one of its id.
+StructureIndex::Relation
+StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
+    Relation relation;
+    relation.start.assign(index.nodes.size() + 1, 0);
+    for (const Answer& a : answers) {
+        ++relation.start[static_cast<std::size_t>(a.base) + 1];
+    }
+    for (std::size_t p = 1; p < relation.start.size(); ++p) {
+        relation.start[p] += relation.start[p - 1];
+    }
+    std::vector<std::size_t> next(relation.start.begin(), relation.start.end() - 1);
+    std::vector<Answer> by_base(answers.size());
+    for (const Answer& a : answers) {
+        by_base[next[static_cast<std::size_t>(a.base)]++] = a;
+    }
+    std::vector<Answer>().swap(answers);
+    relation.pairs.reserve(by_base.size());
+    for (std::size_t p = 0; p < index.nodes.size(); ++p) {
+        const auto first = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p]);
+        const auto last = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p + 1]);
+        std::sort(first, last);
+        std::for_each(first, last, [&](const Answer& a) {
+            relation.pairs.push_back({node_at(a.node), edges[static_cast<std::size_t>(a.edge)]});
+        });
+    }
+    return relation;
+}
+
+StructureIndex::StructureIndex(const Node& owner) {
+    collect_nodes(owner);
+    Lifting out(*this, &Edge::To);
+    out.lift_edges(&Node::GetEdgesOut);
+    children = out.take_siblings();
+    edges_out = out.take_crossings();
+    // After removals the edges in of a node and the edges out of its neighbours may differ, so each
+    // direction is lifted from its own sets.
+    Lifting in(*this, &Edge::From);
+    in.lift_edges(&Node::GetEdgesIn);
+    parents = in.take_siblings();
+    edges_in = in.take_crossings();
+}
+
+void StructureIndex::collect_nodes(const Node& owner) {
+    const auto enter = [this](const Node& node) {
+        const int own_place = static_cast<int>(nodes.size());
+        const int above = own_place == 0 ? -1 : find_place(node.get_impl()->get_owner());
+        nodes.push_back(node);
+        owner_place.push_back(above);
+        depth.push_back(above < 0 ? 0 : depth[static_cast<std::size_t>(above)] + 1);
+        place_of[node.GetID()] = own_place;
+    };
+    ForEachNodeIn(owner, enter, false, true);
+}
+
+int StructureIndex::find_place(const graph_ptr<INodeImpl>& node) const {
+    const int* const place = place_of.find(node->get_id());
+    const bool same =
+        place != nullptr && nodes[static_cast<std::size_t>(*place)].get_impl().get() == node.get();
+    return same ? *place : -1;
+}
+
+bool StructureIndex::Covers(const Node& node) const {
+    return node.get_impl().get() != nullptr && find_place(node.get_impl()) >= 0;
+}
+
+std::span<const NodeEdgePair> StructureIndex::answer(const Relation& relation,
+                                                     const Node& node) const {
+    const int place = find_place(node.get_impl());
+    if (place <= 0) {
+        return {};
+    }
+    const std::size_t first = relation.start[static_cast<std::size_t>(place)];
+    const std::size_t last = relation.start[static_cast<std::size_t>(place) + 1];
+    return std::span(relation.pairs).subspan(first, last - first);
+}
+
+std::span<const NodeEdgePair> StructureIndex::Children(const Node& node) const {
+    return answer(children, node);
+}
+
+std::span<const NodeEdgePair> StructureIndex::Parents(const Node& node) const {
+    return answer(parents, node);
+}
+
+std::span<const NodeEdgePair> StructureIndex::EdgesOut(const Node& node) const {
+    return answer(edges_out, node);
+}
+
+std::span<const NodeEdgePair> StructureIndex::EdgesIn(const Node& node) const {
+    return answer(edges_in, node);
+}
+
+} // namespace nurvex7
