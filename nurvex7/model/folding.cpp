@@ -1,0 +1,150 @@
+#include "nurvex7/model/folding.h"
+
+#include "nurvex7/model/queries.h"
+
+#include <vector>
+
+namespace nurvex7 {
+
+namespace {
+
+int with_mask(int flags, int mask, bool on) {
+    return on ? flags | mask : flags & ~mask;
+}
+
+NodeSet neighbours(const Node& node, FoldDirection direction) {
+    return direction == FOLD_CHILDREN ? node.GetChildren() : node.GetParents();
+}
+
+/// The mark of what came back belongs to the last fold alone.
+void clear_new_marks(const Node& node) {
+    ForEachNodeIn(GetRoot(node), MarkOld, true, true);
+}
+
+void apply_to_each(NodeSet nodes, void (*apply)(Node)) {
+    for (int i = 0; i < nodes.GetCount(); ++i) {
+        apply(nodes.GetItem(i));
+    }
+}
+
+void apply_to_each(EdgeSet edges, void (*apply)(Edge)) {
+    for (int i = 0; i < edges.GetCount(); ++i) {
+        apply(edges.GetItem(i));
+    }
+}
+
+/// Gives whether what the node owns may still be drawn.
+bool mark_one_node(const Node& node, bool visible) {
+    const bool drawn = visible && !IsFlagSet(node, NODE_HIDDEN);
+    SetFlag(node, NODE_DRAWN, drawn);
+    if (!drawn) {
+        apply_to_each(node.GetEdgesIn(), _mark_edge_nondrawn);
+        apply_to_each(node.GetEdgesOut(), _mark_edge_nondrawn);
+    }
+    return drawn;
+}
+
+} // namespace
+
+void SetFlag(Node node, int mask, bool on) {
+    node.SetCondition(with_mask(node.GetCondition(), mask, on));
+}
+
+void SetFlag(Edge edge, int mask, bool on) {
+    edge.SetCondition(with_mask(edge.GetCondition(), mask, on));
+}
+
+bool IsFlagSet(const Node& node, int mask) {
+    return (node.GetCondition() & mask) != 0;
+}
+
+bool IsFlagSet(const Edge& edge, int mask) {
+    return (edge.GetCondition() & mask) != 0;
+}
+
+void Hide(Node node) {
+    SetFlag(node, NODE_HIDDEN, true);
+}
+
+void Show(Node node) {
+    if (IsFlagSet(node, NODE_HIDDEN)) {
+        SetFlag(node, NODE_NEW, true);
+    }
+    SetFlag(node, NODE_HIDDEN, false);
+}
+
+void Select(Node node) {
+    SetFlag(node, NODE_SELECTED, true);
+}
+
+void Unselect(Node node) {
+    SetFlag(node, NODE_SELECTED, false);
+}
+
+void MarkOld(Node node) {
+    SetFlag(node, NODE_NEW, false);
+}
+
+// Deliberate: nothing is asked about the neighbours first. A fold of nothing clears the marks and
+// queues an update all the same; Unfold has the test that is missing here.
+void Fold(Node node, FoldDirection direction) {
+    if (node.IsDummy()) {
+        return;
+    }
+    const NodeSet hidden = neighbours(node, direction);
+    clear_new_marks(node);
+    apply_to_each(hidden, Hide);
+    node.GetOwner().UpdateLayout();
+}
+
+void Unfold(Node node, FoldDirection direction) {
+    if (node.IsDummy()) {
+        return;
+    }
+    const NodeSet shown = neighbours(node, direction);
+    if (shown.GetCount() == 0) {
+        return;
+    }
+    clear_new_marks(node);
+    apply_to_each(shown, Show);
+    node.GetOwner().UpdateLayout();
+}
+
+// All edges on first, then the nodes, which take edges off again: the other way round an edge from
+// a drawn node to a hidden one would come back.
+void MarkDrawnIn(graph_ptr2<Graph> graph) {
+    const Node root = graph->GetRoot();
+    ForEachNodeIn(root, ProcessOutgoingEdges<void (*)(Edge)>(_mark_edge_drawn), false, false);
+    _mark_node_drawn(root, true);
+}
+
+int _mark_node_drawn(Node node, bool visible) {
+    struct Pending {
+        Node node;
+        bool visible;
+    };
+    std::vector<Pending> pending{{node, visible}};
+    while (!pending.empty()) {
+        const Pending next = pending.back();
+        pending.pop_back();
+        const bool drawn = mark_one_node(next.node, next.visible);
+        NodeSet owned = next.node.GetOwned();
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            const Node inner = owned.GetItem(i);
+            if (inner != next.node) {
+                pending.push_back({inner, drawn});
+            }
+        }
+    }
+    return 0;
+}
+
+void _mark_edge_drawn(Edge edge) {
+    SetFlag(edge, EDGE_DRAWN, true);
+}
+
+void _mark_edge_nondrawn(Edge edge) {
+    SetFlag(edge, EDGE_DRAWN, false);
+}
+
+} // namespace nurvex7
