@@ -1,0 +1,121 @@
+#include "nurvex7/model/moving.h"
+
+#include "nurvex7/model/queries.h"
+#include "nurvex7/model/structure_index.h"
+
+#include <cstddef>
+#include <span>
+
+namespace nurvex7 {
+
+namespace {
+
+using point = tamsel7::point<double>;
+
+/// Where a node's owner stands; what has no owner moves against nothing.
+point origin_of(const Node& node) {
+    return node.IsDummy() ? point() : node.GetOwner().GetPosition();
+}
+
+void shift_run(const Edge& edge, const point& by, const Node& owner) {
+    NodeSet run = edge.GetBreakNodesIn(owner);
+    for (int i = 0; i < run.GetCount(); ++i) {
+        _shift(run.GetItem(i), by);
+    }
+}
+
+void shift_runs(std::span<const NodeEdgePair> pairs, const point& by, const Node& owner) {
+    for (const NodeEdgePair& pair : pairs) {
+        shift_run(pair.edge, by, owner);
+    }
+}
+
+/// ShiftWithEdges with the answers at hand. The queries walk the inside of their node, so that
+/// asking them for every node of a nest costs the nest once for every level of it.
+void shift_with_edges(const StructureIndex& index, const Node& node, const point& by) {
+    const Node owner = node.GetOwner();
+    _shift(node, by);
+    shift_runs(index.Children(node), by, owner);
+    shift_runs(index.EdgesOut(node), by, owner);
+    shift_runs(index.EdgesIn(node), by, owner);
+}
+
+void set_end(NodeSet route, int index, double x, double y) {
+    if (route.GetCount() > 0) {
+        route.GetItem(index).SetPosition(x, y);
+    }
+}
+
+} // namespace
+
+void _shift(Node node, const point& by) {
+    const point at = node.GetPosition();
+    node.SetPosition(at.x + by.x, at.y + by.y);
+}
+
+void _break_nodes_shift(graph_ptr2<IGraphSet<NodeEdgePair>> pairs, const point& by, Node owner) {
+    for (int i = 0; i < pairs->GetCount(); ++i) {
+        shift_run(pairs->GetItem(i).edge, by, owner);
+    }
+}
+
+// Deliberate: GetParentsEx is not asked. The bends between two siblings belong to the source.
+int ShiftWithEdges(Node node, point by) {
+    _shift(node, by);
+    const Node owner = node.GetOwner();
+    _break_nodes_shift(GetChildrenEx(node), by, owner);
+    _break_nodes_shift(GetEdgesOutEx(node), by, owner);
+    _break_nodes_shift(GetEdgesInEx(node), by, owner);
+    return 0;
+}
+
+int UnshiftWithEdges(Node node) {
+    const point origin = origin_of(node);
+    return ShiftWithEdges(node, {-origin.x, -origin.y});
+}
+
+int _shift_position(Node node, point by) {
+    const point origin = origin_of(node);
+    return ShiftWithEdges(node, {by.x + origin.x, by.y + origin.y});
+}
+
+// Owners come before what they own, so that each node is shifted by the new place of its owner.
+void ShiftPosition(Node node, point by) {
+    _shift(node, by);
+    const StructureIndex index(node);
+    const std::vector<Node>& nodes = index.GetNodes();
+    for (std::size_t i = 1; i < nodes.size(); ++i) {
+        const point origin = origin_of(nodes[i]);
+        shift_with_edges(index, nodes[i], {by.x + origin.x, by.y + origin.y});
+    }
+}
+
+void ShiftPosition(Node node, double x, double y) {
+    ShiftPosition(node, point{x, y});
+}
+
+// The other way round: a node is taken back while its owner still stands at its absolute place.
+void UnshiftPosition(Node node) {
+    const StructureIndex index(node);
+    const std::vector<Node>& nodes = index.GetNodes();
+    for (std::size_t i = nodes.size(); --i > 0;) {
+        const point origin = origin_of(nodes[i]);
+        shift_with_edges(index, nodes[i], {-origin.x, -origin.y});
+    }
+}
+
+void MoveNode(Node node, double x, double y) {
+    node.SetPosition(x, y);
+    const tamsel7::size<double> size = node.GetSize();
+    EdgeSet edges_out = node.GetEdgesOut();
+    for (int i = 0; i < edges_out.GetCount(); ++i) {
+        set_end(edges_out.GetItem(i).GetBreakNodes(), 0, x + size.width, y + 0.5 * size.height);
+    }
+    EdgeSet edges_in = node.GetEdgesIn();
+    for (int i = 0; i < edges_in.GetCount(); ++i) {
+        NodeSet route = edges_in.GetItem(i).GetBreakNodes();
+        set_end(route, route.GetCount() - 1, x, y + 0.5 * size.height);
+    }
+}
+
+} // namespace nurvex7
