@@ -1,10 +1,13 @@
 #pragma once
 
 #include "nurvex7/foundation/countable.h"
+#include "nurvex7/foundation/gap_index.h"
 #include "nurvex7/foundation/graph_ptr.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -51,13 +54,42 @@ public:
 
 /// The set in memory: filled in any order, sorted by its first search.
 ///
-/// Owners of a set append with `push_back` and remove with erase_found. Removal at the front is
-/// cheap: tearing down a graph takes the sets apart from the front.
+/// Owners of a set append with `push_back` and remove with erase_found. A removal near either end
+/// closes its gap at once; one in the midst of many items leaves the gap open until enough of them
+/// have gathered, or until somebody walks the set. So the items go one by one, in any order, at
+/// little more than a search each.
 template <typename T>
 class GraphSet : public IGraphSet<T> {
 public:
-    int GetCount() const override { return static_cast<int>(items.size() - front); }
-    T GetItem(int index) override { return items[front + static_cast<std::size_t>(index)]; }
+    GraphSet() = default;
+    GraphSet(const GraphSet& other)
+        : IGraphSet<T>(other), front(other.front), looks(other.looks), items(other.items),
+          gaps(other.gaps != nullptr ? std::make_unique<gap_index>(*other.gaps) : nullptr),
+          sorted(other.sorted) {}
+    GraphSet(GraphSet&& other) noexcept { swap(other); }
+    GraphSet& operator=(GraphSet other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~GraphSet() override = default;
+
+    void swap(GraphSet& other) noexcept {
+        std::swap(front, other.front);
+        std::swap(looks, other.looks);
+        items.swap(other.items);
+        gaps.swap(other.gaps);
+        std::swap(sorted, other.sorted);
+    }
+
+    int GetCount() const override {
+        return static_cast<int>(gaps != nullptr ? gaps->get_count() : items.size() - front);
+    }
+    T GetItem(int index) override {
+        if (gaps != nullptr) {
+            count_look();
+        }
+        return item_at(index);
+    }
 
     /// The place of x in ascending order, sorting the set first where it is not sorted.
     ///
@@ -65,22 +97,35 @@ public:
     /// higher, and not with End() alone. Removal leans on it.
     typename IGraphSet<T>::Iterator Find(const T& x) {
         sort();
-        const auto found = std::lower_bound(begin(), end(), x);
-        return typename IGraphSet<T>::Iterator(static_cast<int>(found - begin()), this);
+        int low = 0;
+        for (int high = GetCount(); low < high;) {
+            const int middle = low + (high - low) / 2;
+            if (item_at(middle) < x) {
+                low = middle + 1;
+            } else {
+                high = middle;
+            }
+        }
+        return typename IGraphSet<T>::Iterator(low, this);
     }
 
-    bool empty() const { return front == items.size(); }
+    bool empty() const { return GetCount() == 0; }
     bool is_sorted() const { return sorted; }
     void mark_sorted() { sorted = true; }
     void mark_unsorted() { sorted = false; }
-    void reserve(std::size_t count) { items.reserve(front + count); }
+    void reserve(std::size_t count) {
+        close_gaps();
+        items.reserve(front + count);
+    }
 
     void push_back(const T& item) {
+        close_gaps();
         items.push_back(item);
         sorted = false;
     }
 
     void clear() {
+        gaps.reset();
         items.clear();
         front = 0;
     }
@@ -94,30 +139,39 @@ public:
     }
 
     /// Drops each item that equals the one before it.
-    void drop_repeated() { items.erase(std::unique(begin(), end()), end()); }
+    void drop_repeated() {
+        close_gaps();
+        items.erase(std::unique(begin(), end()), end());
+    }
 
-    /// Removes the item at a place and closes the gap.
+    /// Removes the item at a place.
     void erase_at(int index) {
-        const auto place = begin() + index;
-        if (place - begin() <= end() - place) {
-            std::move_backward(begin(), place, place + 1);
+        const int behind = GetCount() - 1 - index;
+        if (gaps != nullptr || std::min(index, behind) > MOVED_AT_ONCE) {
+            leave_gap(index);
+        } else if (index <= behind) {
+            std::move_backward(begin(), begin() + index, begin() + index + 1);
             items[front] = T();
             ++front;
         } else {
-            std::move(place + 1, end(), place);
+            std::move(begin() + index + 1, end(), begin() + index);
             items.pop_back();
         }
-        if (front == items.size()) {
+        if (empty()) {
             clear();
         }
     }
 
     typename std::vector<T>::iterator begin() {
+        close_gaps();
         return items.begin() + static_cast<std::ptrdiff_t>(front);
     }
-    typename std::vector<T>::iterator end() { return items.end(); }
+    typename std::vector<T>::iterator end() {
+        close_gaps();
+        return items.end();
+    }
 
-    T& operator[](int index) { return items[front + static_cast<std::size_t>(index)]; }
+    T& operator[](int index) { return item_at(index); }
 
     /// Gives all items away and leaves the set empty; the mark of order stays.
     std::vector<T> take_items() {
@@ -126,9 +180,55 @@ public:
         return given;
     }
 
-protected:
+private:
+    static constexpr int MOVED_AT_ONCE = 256; ///< items that a removal moves without thinking
+    static constexpr std::size_t WALK_SHARE = 16;
+
+    T& item_at(int index) {
+        const auto place = static_cast<std::size_t>(index);
+        return items[gaps != nullptr ? gaps->slot_at(place) : front + place];
+    }
+
+    void leave_gap(int index) {
+        if (gaps == nullptr) {
+            gaps = std::make_unique<gap_index>(front, items.size());
+            looks = 0;
+        }
+        const std::size_t slot = gaps->slot_at(static_cast<std::size_t>(index));
+        gaps->drop(slot);
+        items[slot] = T();
+        if (gaps->get_count() * 2 < gaps->get_slot_count()) {
+            close_gaps();
+        }
+    }
+
+    // A look past gaps costs a search. A walk makes many, and then closing the gaps is cheaper.
+    void count_look() {
+        if (++looks > gaps->get_slot_count() / WALK_SHARE) {
+            close_gaps();
+        }
+    }
+
+    void close_gaps() {
+        if (gaps == nullptr) {
+            return;
+        }
+        std::vector<T> left;
+        left.reserve(gaps->get_count());
+        for (std::size_t slot = 0; slot < items.size(); ++slot) {
+            if (gaps->holds(slot)) {
+                left.push_back(std::move(items[slot]));
+            }
+        }
+        items = std::move(left);
+        front = 0;
+        gaps.reset();
+    }
+
+    std::uint32_t front = 0; ///< slots before it are spent
+    std::uint32_t looks = 0; ///< since the gaps were opened
     std::vector<T> items;
-    std::size_t front = 0; ///< slots before it are spent
+    std::unique_ptr<gap_index> gaps; ///< null while the items stand side by side
     bool sorted = false;
 };
 

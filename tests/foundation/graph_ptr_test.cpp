@@ -1,0 +1,91 @@
+#include "nurvex7/foundation/graph_ptr.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace {
+
+using nurvex7::Countable;
+using nurvex7::graph_ptr;
+
+struct counted : Countable {
+    explicit counted(int& alive_count) : alive(alive_count) { ++alive; }
+    counted(const counted& other) : Countable(other), alive(other.alive) { ++alive; }
+    counted& operator=(const counted&) = delete;
+    ~counted() override { --alive; }
+    int& alive;
+};
+
+struct special : counted {
+    using counted::counted;
+};
+
+TEST(GraphPtr, TheLastHandleDeletesTheObject) {
+    int alive = 0;
+    graph_ptr<counted> a(new counted(alive));
+    graph_ptr<counted> b = a;
+    EXPECT_EQ(a->ref_count, 2);
+    a.reset();
+    EXPECT_EQ(a.get(), nullptr);
+    EXPECT_EQ(alive, 1);
+    b = graph_ptr<counted>();
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(GraphPtr, AssignmentToItselfKeepsTheCount) {
+    int alive = 0;
+    graph_ptr<counted> a(new counted(alive));
+    const graph_ptr<counted>& same = a;
+    a = same;
+    EXPECT_EQ(a->ref_count, 1);
+    graph_ptr<counted> b = a;
+    a = b; // another handle on the same object
+    EXPECT_EQ(a->ref_count, 2);
+}
+
+TEST(GraphPtr, AssignmentReleasesTheOldObject) {
+    int first = 0;
+    int second = 0;
+    graph_ptr<counted> a(new counted(first));
+    a = graph_ptr<counted>(new counted(second));
+    EXPECT_EQ(first, 0);
+    EXPECT_EQ(second, 1);
+}
+
+TEST(GraphPtr, MovedAndConvertedHandlesShareTheCountOfTheObject) {
+    int alive = 0;
+    graph_ptr<special> derived(new special(alive));
+    graph_ptr<counted> base = derived;
+    EXPECT_EQ(base->ref_count, 2);
+    graph_ptr<counted> moved = std::move(base);
+    EXPECT_EQ(moved->ref_count, 2);
+    derived.reset();
+    moved.reset();
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(GraphPtr, ACopiedObjectStartsUncounted) {
+    int alive = 0;
+    graph_ptr<counted> a(new counted(alive));
+    const graph_ptr<counted> copy(new counted(*a));
+    EXPECT_EQ(a->ref_count, 1);
+    EXPECT_EQ(copy->ref_count, 1);
+}
+
+// The object lets go of the handle that is being released: it must find that handle null.
+TEST(GraphPtr, AHandleIsNullBeforeItsObjectDies) {
+    struct looks_back : Countable {
+        explicit looks_back(graph_ptr<looks_back>& h, bool& s) : handle(h), saw_null(s) {}
+        ~looks_back() override { saw_null = handle.get() == nullptr; }
+        graph_ptr<looks_back>& handle;
+        bool& saw_null;
+    };
+    bool saw_null = false;
+    graph_ptr<looks_back> handle;
+    handle = graph_ptr<looks_back>(new looks_back(handle, saw_null));
+    handle.reset();
+    EXPECT_TRUE(saw_null);
+}
+
+} // namespace
