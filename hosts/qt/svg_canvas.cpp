@@ -1,0 +1,283 @@
+#include "hosts/qt/svg_canvas.h"
+
+#include <QGradient>
+#include <QPainterPath>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace nurvex7::qt {
+
+namespace {
+
+QByteArray number(double value, int decimals = 2) {
+    QByteArray text = QByteArray::number(value, 'f', decimals);
+    if (text.contains('.')) {
+        while (text.endsWith('0')) {
+            text.chop(1);
+        }
+        if (text.endsWith('.')) {
+            text.chop(1);
+        }
+    }
+    return text == "-0" ? QByteArray("0") : text;
+}
+
+QByteArray attribute(const char* name, const QByteArray& value) {
+    return QByteArray(" ") + name + "=\"" + value + '"';
+}
+
+QByteArray hex(const QColor& color) {
+    const QByteArray full = color.name().toLatin1();
+    const bool doubled = full[1] == full[2] && full[3] == full[4] && full[5] == full[6];
+    return doubled ? QByteArray("#") + full[1] + full[3] + full[5] : full;
+}
+
+/// A colour as the value of `name`, with its opacity where it has one.
+QByteArray color_attribute(const char* name, const QColor& color) {
+    QByteArray text = attribute(name, hex(color));
+    if (color.alpha() != 255) {
+        text += attribute(QByteArray(name + QByteArray("-opacity")), number(color.alphaF(), 3));
+    }
+    return text;
+}
+
+QByteArray stroke(const QPen& pen) {
+    if (pen.style() == Qt::NoPen) {
+        return {};
+    }
+    QByteArray text = color_attribute("stroke", pen.color());
+    if (pen.widthF() != 1) {
+        text += attribute("stroke-width", number(pen.widthF()));
+    }
+    return text;
+}
+
+bool rounds_to(double a, double b) {
+    return number(a) == number(b);
+}
+
+/// The data of a path along points; short commands for lines along an axis.
+QByteArray path_data(const QPolygonF& points) {
+    QByteArray data = "M" + number(points.first().x()) + ' ' + number(points.first().y());
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const QPointF& from = points[i - 1];
+        const QPointF& to = points[i];
+        if (rounds_to(from.y(), to.y())) {
+            data += 'H' + number(to.x());
+        } else if (rounds_to(from.x(), to.x())) {
+            data += 'V' + number(to.y());
+        } else {
+            data += 'L' + number(to.x()) + ' ' + number(to.y());
+        }
+    }
+    return data;
+}
+
+QByteArray point_data(const QPainterPath::Element& e) {
+    return number(e.x, 0) + ' ' + number(e.y, 0);
+}
+
+/// The data of an outline in whole units of the face.
+QByteArray outline_data(const QPainterPath& path) {
+    QByteArray data;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element e = path.elementAt(i);
+        switch (e.type) {
+        case QPainterPath::MoveToElement:
+            data += (data.isEmpty() ? "M" : "ZM") + point_data(e);
+            break;
+        case QPainterPath::LineToElement:
+            data += 'L' + point_data(e);
+            break;
+        case QPainterPath::CurveToElement:
+            data += 'C' + point_data(e);
+            break;
+        case QPainterPath::CurveToDataElement:
+            data += ' ' + point_data(e);
+            break;
+        }
+    }
+    return data.isEmpty() ? data : data + 'Z';
+}
+
+QByteArray rect_data(const QRectF& area) {
+    return attribute("x", number(area.x())) + attribute("y", number(area.y())) +
+           attribute("width", number(area.width())) + attribute("height", number(area.height()));
+}
+
+/// True where two rectangles differ by no more than the way of a line to its pixels.
+bool same_figure(const QRectF& a, const QRectF& b) {
+    constexpr double way = 1.0;
+    return std::abs(a.left() - b.left()) <= way && std::abs(a.top() - b.top()) <= way &&
+           std::abs(a.right() - b.right()) <= way && std::abs(a.bottom() - b.bottom()) <= way;
+}
+
+/// Text as the content of an element or attribute; without what XML cannot hold.
+QByteArray escaped(const QString& text) {
+    QString kept;
+    for (const QChar c : text) {
+        if (c >= u' ' && c != QChar(0xFFFE) && c != QChar(0xFFFF)) {
+            kept += c;
+        }
+    }
+    return kept.toHtmlEscaped().toUtf8();
+}
+
+} // namespace
+
+SvgCanvas::SvgCanvas(QSizeF given_extent, double given_scale)
+    : extent(given_extent), scale(given_scale) {}
+
+void SvgCanvas::SetClip(const QRectF& area) {
+    CancelClip();
+    QByteArray& name = clips[rect_data(area)];
+    if (name.isEmpty()) {
+        name = "c" + QByteArray::number(static_cast<qulonglong>(clips.size()));
+        defs += "<clipPath id=\"" + name + "\"><rect" + rect_data(area) + "/></clipPath>\n";
+    }
+    body += "<g clip-path=\"url(#" + name + ")\">\n";
+    clipped = true;
+}
+
+void SvgCanvas::CancelClip() {
+    flush_fill();
+    if (clipped) {
+        body += "</g>\n";
+        clipped = false;
+    }
+}
+
+void SvgCanvas::DrawPolyline(const QPolygonF& points, const QPen& pen) {
+    flush_fill();
+    body += "<path fill=\"none\"" + stroke(pen) + attribute("d", path_data(points)) + "/>\n";
+}
+
+void SvgCanvas::DrawPolygon(const QPolygonF& points, const QBrush& brush) {
+    flush_fill();
+    body += "<path" + paint(brush) + attribute("d", path_data(points) + 'Z') + "/>\n";
+}
+
+void SvgCanvas::DrawRect(const QRectF& area, QSizeF radii, const QPen& pen, const QBrush& brush) {
+    const bool filled = brush.style() != Qt::NoBrush;
+    const bool outlined = pen.style() != Qt::NoPen;
+    if (filled && !outlined && radii.isEmpty()) {
+        flush_fill();
+        open_fill = {area, paint(brush)};
+        return;
+    }
+    if (outlined && !filled && radii.isEmpty() && open_fill &&
+        same_figure(open_fill->first, area)) {
+        const QByteArray fill = open_fill->second;
+        open_fill.reset();
+        write_rect(area, radii, fill + stroke(pen));
+        return;
+    }
+    flush_fill();
+    write_rect(area, radii, paint(brush) + stroke(pen));
+}
+
+void SvgCanvas::DrawText(const ShapedText& text, QPointF baseline, double size,
+                         const QColor& color) {
+    flush_fill();
+    QByteArray uses;
+    for (const GlyphRow& row : text.rows) {
+        for (qsizetype i = 0; i < row.glyphs.size(); ++i) {
+            const QByteArray name = glyph_name(row.face, row.glyphs[i]);
+            const QPointF place = row.places[i] * REFERENCE_SIZE;
+            if (name.isEmpty()) {
+                continue;
+            }
+            uses += "<use xlink:href=\"#" + name + '"' + attribute("x", number(place.x(), 0));
+            if (std::lround(place.y()) != 0) {
+                uses += attribute("y", number(place.y(), 0));
+            }
+            uses += "/>";
+        }
+    }
+    if (!uses.isEmpty()) {
+        body += "<g" + attribute("aria-label", escaped(text.text)) +
+                color_attribute("fill", color) + " transform=\"translate(" + number(baseline.x()) +
+                ' ' + number(baseline.y()) + ")scale(" + number(size / REFERENCE_SIZE, 7) + ")\">" +
+                uses + "</g>\n";
+    }
+}
+
+void SvgCanvas::Write(QIODevice& out, const QString& title) {
+    CancelClip();
+    out.write("<svg xmlns=\"http://www.w3.org/2000/svg\" "
+              "xmlns:xlink=\"http://www.w3.org/1999/xlink\"");
+    out.write(attribute("width", number(extent.width() * scale)));
+    out.write(attribute("height", number(extent.height() * scale)));
+    out.write(
+        attribute("viewBox", "0 0 " + number(extent.width()) + ' ' + number(extent.height())));
+    out.write(">\n<title>" + escaped(title) + "</title>\n");
+    if (!defs.isEmpty()) {
+        out.write("<defs>\n");
+        out.write(defs);
+        out.write("</defs>\n");
+    }
+    out.write(body);
+    out.write("</svg>\n");
+}
+
+QByteArray SvgCanvas::glyph_name(const QRawFont& face, quint32 glyph) {
+    const auto [at, fresh] = glyphs.try_emplace({face_number(face), glyph});
+    if (fresh) {
+        const QByteArray data = outline_data(face.pathForGlyph(glyph));
+        if (!data.isEmpty()) {
+            at->second = "g" + QByteArray::number(static_cast<qulonglong>(glyphs.size()), 36);
+            defs += "<path" + attribute("id", at->second) + attribute("d", data) + "/>\n";
+        }
+    }
+    return at->second;
+}
+
+int SvgCanvas::face_number(const QRawFont& face) {
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        if (faces[i] == face) {
+            return static_cast<int>(i);
+        }
+    }
+    faces.push_back(face);
+    return static_cast<int>(faces.size()) - 1;
+}
+
+QByteArray SvgCanvas::paint(const QBrush& brush) {
+    if (brush.style() == Qt::NoBrush) {
+        return " fill=\"none\"";
+    }
+    if (brush.gradient() == nullptr) {
+        return color_attribute("fill", brush.color());
+    }
+    QByteArray stops;
+    for (const QGradientStop& stop : brush.gradient()->stops()) {
+        stops += "<stop" + attribute("offset", number(stop.first, 3)) +
+                 color_attribute("stop-color", stop.second).replace("-color-opacity", "-opacity") +
+                 "/>";
+    }
+    QByteArray& name = gradients[stops];
+    if (name.isEmpty()) {
+        name = "s" + QByteArray::number(static_cast<qulonglong>(gradients.size()));
+        defs += "<linearGradient id=\"" + name + "\" x2=\"0\" y2=\"1\">" + stops +
+                "</linearGradient>\n";
+    }
+    return attribute("fill", "url(#" + name + ")");
+}
+
+void SvgCanvas::flush_fill() {
+    if (open_fill) {
+        write_rect(open_fill->first, {}, open_fill->second);
+        open_fill.reset();
+    }
+}
+
+void SvgCanvas::write_rect(const QRectF& area, QSizeF radii, const QByteArray& tools) {
+    body += "<rect" + rect_data(area);
+    if (!radii.isEmpty()) {
+        body += attribute("rx", number(radii.width())) + attribute("ry", number(radii.height()));
+    }
+    body += tools + "/>\n";
+}
+
+} // namespace nurvex7::qt

@@ -1,0 +1,157 @@
+#include "hosts/qt/typesetter.h"
+
+#include <QFontInfo>
+#include <QGlyphRun>
+#include <QStringDecoder>
+#include <QTextLayout>
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace nurvex7::qt {
+
+namespace {
+
+constexpr std::size_t MAX_RECENT = 8192;
+
+QFont reference_font(const std::string& name) {
+    QFont font;
+    if (name.empty()) {
+        font.setStyleHint(QFont::SansSerif);
+        font.setFamily(QStringLiteral("sans-serif"));
+    } else {
+        font.setFamilies({QString::fromStdString(name), QStringLiteral("sans-serif")});
+    }
+    font.setPixelSize(static_cast<int>(REFERENCE_SIZE));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+/// How many bytes a UTF-8 character has that starts with this byte; 1 for what starts none.
+std::size_t sequence_length(unsigned char lead) {
+    if (lead >= 0xF0 && lead < 0xF8) {
+        return 4;
+    }
+    if (lead >= 0xE0 && lead < 0xF0) {
+        return 3;
+    }
+    return lead >= 0xC2 && lead < 0xE0 ? 2 : 1;
+}
+
+/// The length of a text without the stump of a character at its end.
+std::size_t whole_characters(std::string_view text) {
+    std::size_t at = text.size();
+    while (at > 0 && text.size() - at < 3) {
+        --at;
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if ((byte & 0xC0U) != 0x80U) {
+            return at + sequence_length(byte) > text.size() ? at : text.size();
+        }
+    }
+    return text.size();
+}
+
+QPointF in_ems(QPointF place) {
+    return place / REFERENCE_SIZE;
+}
+
+} // namespace
+
+QString DecodeCaption(const std::string& text) {
+    constexpr std::string_view ellipsis = "...";
+    std::string_view body = text;
+    std::string_view tail;
+    if (body.ends_with(ellipsis)) {
+        body.remove_suffix(ellipsis.size());
+        tail = ellipsis;
+    }
+    body = body.substr(0, whole_characters(body));
+    QString decoded = QString::fromUtf8(body.data(), static_cast<qsizetype>(body.size())) +
+                      QString::fromUtf8(tail.data(), static_cast<qsizetype>(tail.size()));
+    for (QChar& c : decoded) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator) {
+            c = u' ';
+        }
+    }
+    return decoded;
+}
+
+Typeface::Typeface(const std::string& name) : font(reference_font(name)) {
+    const QRawFont face = QRawFont::fromFont(font);
+    ascent = face.ascent() / REFERENCE_SIZE;
+    descent = face.descent() / REFERENCE_SIZE;
+}
+
+std::shared_ptr<const ShapedText> Typeface::Shape(const std::string& text) {
+    const auto known = recent.find(text);
+    if (known != recent.end()) {
+        return known->second;
+    }
+    if (recent.size() >= MAX_RECENT) {
+        recent.clear();
+    }
+    auto shaped = std::make_shared<const ShapedText>(shape(DecodeCaption(text)));
+    recent.emplace(text, shaped);
+    return shaped;
+}
+
+std::shared_ptr<const ShapedText> Typeface::ShapeToFit(const std::string& text, double width) {
+    auto whole = Shape(text);
+    if (whole->advance <= width) {
+        return whole;
+    }
+    ShapedText best;
+    qsizetype fits = -1;
+    qsizetype too_long = whole->text.size();
+    while (too_long - fits > 1) {
+        const qsizetype keep = (fits + too_long) / 2;
+        ShapedText cut = shape(whole->text.left(keep).trimmed() + QChar(u'…'));
+        if (cut.advance <= width) {
+            fits = keep;
+            best = std::move(cut);
+        } else {
+            too_long = keep;
+        }
+    }
+    return std::make_shared<const ShapedText>(std::move(best));
+}
+
+ShapedText Typeface::shape(const QString& text) const {
+    ShapedText result;
+    result.text = text;
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setUseDesignMetrics(true);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    if (!line.isValid()) {
+        return result;
+    }
+    result.advance = line.horizontalAdvance() / REFERENCE_SIZE;
+    const QPointF baseline(0, line.ascent());
+    for (const QGlyphRun& run : line.glyphRuns()) {
+        GlyphRow row{run.rawFont(), run.glyphIndexes(), {}};
+        row.places.reserve(run.positions().size());
+        for (const QPointF& place : run.positions()) {
+            row.places.append(in_ems(place - baseline));
+        }
+        result.rows.push_back(std::move(row));
+    }
+    return result;
+}
+
+Typeface& Typesetter::GetTypeface(const std::string& name) {
+    std::unique_ptr<Typeface>& face = faces[name];
+    if (!face) {
+        face = std::make_unique<Typeface>(name);
+    }
+    return *face;
+}
+
+} // namespace nurvex7::qt
