@@ -110,32 +110,38 @@ namespace {
 
 /// Numbers the nodes of one component from both ends so that few edges run against the numbers:
 /// the greedy heuristic for feedback arc sets of Eades, Lin and Smyth (1993), in sweeps over the
-/// component. Nodes are places in the component, neighbours are distinct and never the node itself.
+/// component. Nodes and edges are places in the component; loops take no part.
 ///
 /// A sweep looks at every node that has no number yet; here it goes from one node that can take a
 /// number to the next, which gives the same numbers without looking at the others.
 class _Enumeration {
 public:
-    struct Neighbours {
-        std::vector<int> in;
-        std::vector<int> out;
+    /// An edge stands for a neighbour of each of its ends, and ends doing so when a node that knows
+    /// it takes its number. After removals one end may not know the edge of the other; such a
+    /// neighbour stays unfinished, and may not even be of this component.
+    struct EdgeEnds {
+        int head = -1; ///< node whose incoming neighbour the edge stands for, -1 if none
+        int tail = -1; ///< node whose outgoing neighbour the edge stands for, -1 if none
+        bool marked = false;
+    };
+    struct Member {
+        std::vector<int> edges; ///< all that the node knows
+        int in = 0;             ///< unfinished neighbours
+        int out = 0;
         bool is_source = false; ///< no incoming edge at all, loops included
         bool is_sink = false;
+        int order = -1;
     };
 
-    explicit _Enumeration(std::vector<Neighbours> of_nodes)
-        : neighbours(std::move(of_nodes)), order(neighbours.size(), -1),
-          in_degree(neighbours.size()), out_degree(neighbours.size()),
-          back(static_cast<int>(neighbours.size()) - 1) {}
+    std::vector<Member> members;
+    std::vector<EdgeEnds> edges;
 
-    std::vector<int> number_all() {
-        for (std::size_t i = 0; i < neighbours.size(); ++i) {
-            in_degree[i] = static_cast<int>(neighbours[i].in.size());
-            out_degree[i] = static_cast<int>(neighbours[i].out.size());
-        }
+    void number_all() {
+        back = count() - 1;
         first_sweep();
+        sweeping = true;
         for (int i = 0; i < count(); ++i) {
-            if (is_open(i)) {
+            if (at(i).order == -1) {
                 enter(i);
             }
         }
@@ -146,28 +152,22 @@ public:
                 finish(surplus.begin()->second, front++);
             }
         }
-        return std::move(order);
     }
 
 private:
-    int count() const { return static_cast<int>(neighbours.size()); }
-    std::size_t at(int i) const { return static_cast<std::size_t>(i); }
-    bool is_open(int i) const { return order[at(i)] == -1; }
+    int count() const { return static_cast<int>(members.size()); }
+    Member& at(int i) { return members[static_cast<std::size_t>(i)]; }
 
     // Sources share the number 0: they cannot be joined to each other.
     void first_sweep() {
-        bool found_source = false;
         for (int i = 0; i < count(); ++i) {
-            if (neighbours[at(i)].is_source) {
-                found_source = true;
-                order[at(i)] = 0;
-                forget(i, [](int) {});
-            } else if (neighbours[at(i)].is_sink) {
-                order[at(i)] = back--;
-                forget(i, [](int) {});
+            if (at(i).is_source) {
+                front = 1;
+                finish(i, 0);
+            } else if (at(i).is_sink) {
+                finish(i, back--);
             }
         }
-        front = found_source ? 1 : 0;
     }
 
     bool sweep() {
@@ -175,7 +175,7 @@ private:
         for (auto next = ready.begin(); next != ready.end();) {
             const int i = *next;
             progress = true;
-            finish(i, in_degree[at(i)] == 0 ? front++ : back--);
+            finish(i, at(i).in == 0 ? front++ : back--);
             next = ready.upper_bound(i);
         }
         return progress;
@@ -183,52 +183,43 @@ private:
 
     void finish(int i, int number) {
         leave(i);
-        order[at(i)] = number;
-        forget(i, [this](int j) { leave(j); });
-        for (const auto* side : {&neighbours[at(i)].in, &neighbours[at(i)].out}) {
-            for (const int j : *side) {
-                if (is_open(j)) {
-                    enter(j);
-                }
+        at(i).order = number;
+        for (const int place : at(i).edges) {
+            EdgeEnds& edge = edges[static_cast<std::size_t>(place)];
+            if (!edge.marked) {
+                edge.marked = true;
+                lose_neighbour(edge.head, &Member::in);
+                lose_neighbour(edge.tail, &Member::out);
             }
         }
     }
 
-    // The neighbours of a numbered node lose it; `before` hears of each one that is still open.
-    template <typename F>
-    void forget(int i, F before) {
-        for (const int j : neighbours[at(i)].out) {
-            if (is_open(j)) {
-                before(j);
-                --in_degree[at(j)];
-            }
+    void lose_neighbour(int i, int Member::*side) {
+        if (i < 0 || at(i).order != -1) {
+            return;
         }
-        for (const int j : neighbours[at(i)].in) {
-            if (is_open(j)) {
-                before(j);
-                --out_degree[at(j)];
-            }
+        leave(i);
+        --(at(i).*side);
+        if (sweeping) {
+            enter(i);
         }
     }
 
     void enter(int i) {
-        surplus.emplace(in_degree[at(i)] - out_degree[at(i)], i);
-        if (in_degree[at(i)] == 0 || out_degree[at(i)] == 0) {
+        surplus.emplace(at(i).in - at(i).out, i);
+        if (at(i).in == 0 || at(i).out == 0) {
             ready.insert(i);
         }
     }
 
     void leave(int i) {
-        surplus.erase({in_degree[at(i)] - out_degree[at(i)], i});
+        surplus.erase({at(i).in - at(i).out, i});
         ready.erase(i);
     }
 
-    std::vector<Neighbours> neighbours;
-    std::vector<int> order;
-    std::vector<int> in_degree;
-    std::vector<int> out_degree;
     int front = 0;
-    int back;
+    int back = 0;
+    bool sweeping = false;
     std::set<int> ready;                   ///< open nodes that can take a number, by place
     std::set<std::pair<int, int>> surplus; ///< open nodes by unfinished in minus out, then place
 };
@@ -236,33 +227,40 @@ private:
 } // namespace
 
 void IncLayout::enumerate_connectivity_component(std::vector<Node>* component) {
-    IdMap<int> place;
-    for (std::size_t i = 0; i < component->size(); ++i) {
-        place[(*component)[i].GetID()] = static_cast<int>(i);
-    }
-    const auto distinct = [&](std::span<const NodeEdgePair> pairs, const Node& self) {
-        std::vector<int> found;
+    _Enumeration enumeration;
+    enumeration.members.resize(component->size());
+    IdMap<int> place; // of an edge in the enumeration
+    const auto collect = [&](std::size_t i, std::span<const NodeEdgePair> pairs,
+                             int _Enumeration::EdgeEnds::*end, int _Enumeration::Member::*side) {
+        const Node* last = nullptr;
         for (const NodeEdgePair& pair : pairs) {
-            if (pair.node != self && !passed_over(pair.node)) {
-                const int p = *place.find(pair.node.GetID());
-                if (found.empty() || found.back() != p) {
-                    found.push_back(p);
-                }
+            if (pair.node == (*component)[i]) {
+                continue;
             }
+            const int known = static_cast<int>(enumeration.edges.size());
+            const int edge = place.find_or_make(pair.edge.GetID(), known);
+            if (edge == known) {
+                enumeration.edges.emplace_back();
+            }
+            enumeration.members[i].edges.push_back(edge);
+            // The first edge to a neighbour stands for it, whatever becomes of the others.
+            if ((last == nullptr || *last != pair.node) && !passed_over(pair.node)) {
+                enumeration.edges[static_cast<std::size_t>(edge)].*end = static_cast<int>(i);
+                ++(enumeration.members[i].*side);
+            }
+            last = &pair.node;
         }
-        return found;
     };
-    std::vector<_Enumeration::Neighbours> neighbours(component->size());
     for (std::size_t i = 0; i < component->size(); ++i) {
         const Node& n = (*component)[i];
-        neighbours[i].in = distinct(parents_of(n), n);
-        neighbours[i].out = distinct(children_of(n), n);
-        neighbours[i].is_source = _degree(parents_of(n)) == 0;
-        neighbours[i].is_sink = _degree(children_of(n)) == 0;
+        collect(i, parents_of(n), &_Enumeration::EdgeEnds::head, &_Enumeration::Member::in);
+        collect(i, children_of(n), &_Enumeration::EdgeEnds::tail, &_Enumeration::Member::out);
+        enumeration.members[i].is_source = _degree(parents_of(n)) == 0;
+        enumeration.members[i].is_sink = _degree(children_of(n)) == 0;
     }
-    const std::vector<int> order = _Enumeration(std::move(neighbours)).number_all();
+    enumeration.number_all();
     for (std::size_t i = 0; i < component->size(); ++i) {
-        local_info[(*component)[i]].order = order[i];
+        local_info[(*component)[i]].order = enumeration.members[i].order;
         _mark_edges((*component)[i]);
     }
 }
