@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -25,18 +25,20 @@ public:
     }
 };
 
-/// A graph with a layout of its own, so that no run meets the tables of another.
+/// A graph with a layout of its own, so that no run meets the tables of another. The graph does not
+/// own it: the tables hold nodes, and with them the store that would own the layout.
 struct Bench {
-    Bench() : graph(new nurvex7::Graph, true), layout(nurvex7::IncLayout::Create()) {
-        graph->SetDefaultLayout(layout);
+    Bench() : layout(new nurvex7::IncLayout), graph(new nurvex7::Graph, true) {
+        graph->SetDefaultLayout(
+            nurvex7::graph_ptr2<nurvex7::ILayout>(layout.get(), /*owns=*/false));
         graph->SetDefaultNodeHandler(
             nurvex7::graph_ptr2<nurvex7::INodeHandler>(new FixedSizeHandler, true));
     }
 
     void Make() { layout->Make(graph->GetRoot()); }
 
+    std::unique_ptr<nurvex7::IncLayout> layout;
     nurvex7::graph_ptr2<nurvex7::Graph> graph;
-    nurvex7::graph_ptr2<nurvex7::IncLayout> layout;
 };
 
 inline std::vector<nurvex7::Node> add_nodes(nurvex7::Node owner, std::size_t count) {
