@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <string>
+#include <vector>
+
+namespace nurvex {
+
+/// What is wrong with a text graph, and what to do about it.
+struct Fault {
+    std::size_t line; ///< counted from 1
+    std::string message;
+};
+
+/// Finds what keeps a text graph from being loaded, or from being loaded as it was meant.
+///
+/// A graph without faults loads. One with faults is not to be loaded: loading may follow some of
+/// them for ever. Nothing that the stream holds makes the check itself fail or run on.
+///
+/// Order   by line; of more than fifty faults, the last entry tells how many are left out
+std::vector<Fault> check_text_graph(std::istream& in);
+
+} // namespace nurvex
