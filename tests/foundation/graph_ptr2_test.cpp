@@ -65,7 +65,7 @@ TEST(GraphPtr2, AnEmptyHandleCopiesAndReleasesButDoesNotConvert) {
     EXPECT_EQ(empty.get_counter(), nullptr);
     graph_ptr2<watched> copy = empty;
     copy.reset();
-    EXPECT_THROW(graph_ptr2<base>{empty}, std::bad_cast);
+    EXPECT_THROW(static_cast<void>(graph_ptr2<base>{empty}), std::bad_cast);
 }
 
 TEST(GraphPtr2, ConversionGoesAcrossTheClassTreeOrThrows) {
@@ -75,7 +75,7 @@ TEST(GraphPtr2, ConversionGoesAcrossTheClassTreeOrThrows) {
     EXPECT_EQ(aside.get_counter(), a.get_counter());
     int alive = 0;
     const graph_ptr2<base> b(new watched(alive), /*owns=*/true);
-    EXPECT_THROW(graph_ptr2<other>{b}, std::bad_cast);
+    EXPECT_THROW(static_cast<void>(graph_ptr2<other>{b}), std::bad_cast);
     EXPECT_EQ(b.get_counter()->ref_count, 1);
 }
 
