@@ -1,0 +1,79 @@
+// An Update after a small change, as a share of the full layout of the same graph in the same run.
+
+#include "nurvex7/model/folding.h"
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+
+#include "families.h"
+
+namespace {
+
+using nurvex7::Node;
+
+double seconds_of(auto f) {
+    const auto start = std::chrono::steady_clock::now();
+    f();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Measures `update` between changes; reports what a Make of the same graph took and the ratio.
+template <typename Change>
+void measure(benchmark::State& state, Change change) {
+    families::Bench b = families::sparse(static_cast<std::size_t>(state.range(0)));
+    b.graph->RecalculateLayout(nullptr);
+    const double make = seconds_of([&] {
+        b.graph->GetRoot().MakeLayout();
+        b.graph->RecalculateLayout(nullptr);
+    });
+    double updates = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        change(b, static_cast<int>(state.iterations()));
+        b.graph->GetRoot().UpdateLayout();
+        state.ResumeTiming();
+        updates += seconds_of([&] { b.graph->RecalculateLayout(nullptr); });
+    }
+    const double update = updates / static_cast<double>(state.iterations());
+    state.counters["make_s"] = make;
+    state.counters["share_of_make"] = update / make;
+    state.SetComplexityN(state.range(0));
+}
+
+void OneNodeAdded(benchmark::State& state) {
+    measure(state, [](families::Bench& b, int) {
+        Node root = b.graph->GetRoot();
+        nurvex7::NodeSet owned = root.GetOwned();
+        owned.GetItem(owned.GetCount() / 2).LinkTo(root.AddNode());
+    });
+}
+
+void OneFoldAndUnfold(benchmark::State& state) {
+    bool folded = false;
+    measure(state, [&](families::Bench& b, int) {
+        nurvex7::NodeSet owned = b.graph->GetRoot().GetOwned();
+        const Node node = owned.GetItem(owned.GetCount() / 2);
+        if (folded) {
+            nurvex7::Unfold(node, nurvex7::FOLD_CHILDREN);
+        } else {
+            nurvex7::Fold(node, nurvex7::FOLD_CHILDREN);
+        }
+        folded = !folded;
+    });
+}
+
+} // namespace
+
+BENCHMARK(OneNodeAdded)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oNLogN);
+BENCHMARK(OneFoldAndUnfold)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oNLogN);
