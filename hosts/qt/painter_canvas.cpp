@@ -56,10 +56,63 @@ void PainterCanvas::CancelClip() {
     painter.setClipping(false);
 }
 
+/// The long stretches of a line on pixels are filled as rectangles, and only the corners between
+/// them are stroked: the time to fill a path that is many pixels high grows with the square of its
+/// height, that of a rectangle, turned or not, with its height.
 void PainterCanvas::DrawPolyline(const QPolygonF& points, const QPen& pen) {
+    if (grid_x.scale <= 0 || pen.style() == Qt::NoPen) {
+        stroke(points, pen);
+        return;
+    }
+    QPolygonF corner{points.first()};
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const QLineF middle = middle_of(QLineF(points[i - 1], points[i]));
+        const bool along_axis = middle.dx() == 0 || middle.dy() == 0;
+        // Across the pixels, the pieces overlap a little, which only full colours hide.
+        if (!middle.isNull() && (along_axis || pen.color().alpha() == 255)) {
+            corner.append(middle.p1());
+            stroke(corner, pen);
+            fill_line(middle, along_axis ? 0 : 0.5, pen);
+            corner = {middle.p2()};
+        }
+        corner.append(points[i]);
+    }
+    stroke(corner, pen);
+}
+
+void PainterCanvas::stroke(const QPolygonF& points, const QPen& pen) {
     QPainterPath path;
     path.addPolygon(points);
     painter.strokePath(path, pen);
+}
+
+/// A segment without its ends; null where it is not worth parting. Along an axis the cuts lie
+/// between pixels, so that no seam shows.
+QLineF PainterCanvas::middle_of(const QLineF& segment) const {
+    constexpr double end = 4;
+    constexpr double worthwhile = 32;
+    const double length = segment.length();
+    if (length < worthwhile) {
+        return {};
+    }
+    QLineF middle(segment.pointAt(end / length), segment.pointAt(1 - end / length));
+    if (segment.dy() == 0) {
+        middle.setPoints({grid_x.AlignEdge(middle.x1()), middle.y1()},
+                         {grid_x.AlignEdge(middle.x2()), middle.y1()});
+    } else if (segment.dx() == 0) {
+        middle.setPoints({middle.x1(), grid_y.AlignEdge(middle.y1())},
+                         {middle.x1(), grid_y.AlignEdge(middle.y2())});
+    }
+    return middle;
+}
+
+void PainterCanvas::fill_line(const QLineF& line, double overlap, const QPen& pen) {
+    const double width = pen.widthF();
+    painter.save();
+    painter.translate(line.p1());
+    painter.rotate(-line.angle());
+    painter.fillRect(QRectF(-overlap, -width / 2, line.length() + 2 * overlap, width), pen.brush());
+    painter.restore();
 }
 
 void PainterCanvas::DrawPolygon(const QPolygonF& points, const QBrush& brush) {

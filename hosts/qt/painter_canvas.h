@@ -2,6 +2,7 @@
 
 #include "hosts/qt/canvas.h"
 
+#include <QLineF>
 #include <QPainter>
 #include <QRawFont>
 
@@ -36,6 +37,9 @@ public:
 private:
     enum class TextForm { GLYPHS, OUTLINES };
 
+    void stroke(const QPolygonF& points, const QPen& pen);
+    QLineF middle_of(const QLineF& segment) const;
+    void fill_line(const QLineF& line, double overlap, const QPen& pen);
     void draw_glyphs(const ShapedText& text, QPointF baseline, double size, const QColor& color);
     void draw_outlines(const ShapedText& text, QPointF baseline, double size, const QColor& color);
     QRawFont sized_face(const QRawFont& reference, double size);

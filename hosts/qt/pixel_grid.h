@@ -30,11 +30,6 @@ struct PixelGrid {
         return scale <= 0 ? at : (std::floor(at * scale + shift + 0.5 + bias) - shift) / scale;
     }
 
-    /// The last border between two pixels that does not lie beyond.
-    double AlignDown(double at) const {
-        return scale <= 0 ? at : (std::floor(at * scale + shift + bias) - shift) / scale;
-    }
-
     /// A whole number of pixels, at least one.
     double AlignWidth(double width) const {
         return scale <= 0 ? width : std::max(1.0, std::round(width * scale)) / scale;

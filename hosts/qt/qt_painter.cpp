@@ -15,7 +15,8 @@ namespace {
 
 constexpr double UNITS_PER_POINT = 96.0 / 72.0;
 constexpr int STANDARD_FONT_SIZE = 8;
-constexpr double TEXT_INSET = 4; ///< device; left of a text at the top left
+constexpr double TEXT_INSET = 4;       ///< device; left of a text at the top left
+constexpr double TEXT_BASELINE = 0.85; ///< ems; below the top of a text at the top left
 
 /// A colour for Qt. Where nobody has chosen one, the given one is taken; what `lighten` gives
 /// carries the mark of a colour not chosen too, but it has its source's alpha.
@@ -359,8 +360,9 @@ void QtPainter::DrawString(const tamsel7::rectangle<double>& area, const std::st
     const double inset = format == FORMAT_CENTRED ? 0 : TEXT_INSET;
     const auto shaped = type.face->ShapeToFit(text, (box.width() - 2 * inset) / type.size);
     const QPointF start = baseline(box, *shaped, format);
-    const bool too_high = start.y() - type.face->GetAscent() * type.size < box.top() ||
-                          start.y() + type.face->GetDescent() * type.size > box.bottom();
+    const InkRange ink = FindInk(*shaped);
+    const bool too_high = start.y() + ink.top * type.size < box.top() ||
+                          start.y() + ink.bottom * type.size > box.bottom();
     if (too_high) {
         canvas.SetClip(clipping ? clip.intersected(box) : box);
     }
@@ -373,13 +375,12 @@ void QtPainter::DrawString(const tamsel7::rectangle<double>& area, const std::st
 /// Where a text begins. Its line lies on whole pixels, which keeps letters sharp at the foot.
 QPointF QtPainter::baseline(const QRectF& area, const ShapedText& text, int format) const {
     const PixelGrid y = canvas.GetGridY();
-    const double ascent = type.face->GetAscent() * type.size;
-    const double descent = type.face->GetDescent() * type.size;
     if (format == FORMAT_CENTRED) {
+        const double below_centre = (type.face->GetAscent() - type.face->GetDescent()) / 2;
         return {area.center().x() - text.advance * type.size / 2,
-                y.AlignEdge(area.center().y() + (ascent - descent) / 2)};
+                y.AlignEdge(area.center().y() + below_centre * type.size)};
     }
-    return {area.left() + TEXT_INSET, y.AlignDown(area.top() + ascent)};
+    return {area.left() + TEXT_INSET, y.AlignEdge(area.top() + TEXT_BASELINE * type.size)};
 }
 
 tamsel7::size<double> QtPainter::GetTextSize(const std::string& text, const tamsel7::font* tool,

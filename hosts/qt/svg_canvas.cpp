@@ -10,6 +10,9 @@ namespace nurvex7::qt {
 
 namespace {
 
+/// Outlines are written in whole numbers of this many units an em.
+constexpr double EM_UNITS = 2048;
+
 QByteArray number(double value, int decimals = 2) {
     QByteArray text = QByteArray::number(value, 'f', decimals);
     if (text.contains('.')) {
@@ -75,10 +78,11 @@ QByteArray path_data(const QPolygonF& points) {
 }
 
 QByteArray point_data(const QPainterPath::Element& e) {
-    return number(e.x, 0) + ' ' + number(e.y, 0);
+    constexpr double units = EM_UNITS / REFERENCE_SIZE;
+    return number(e.x * units, 0) + ' ' + number(e.y * units, 0);
 }
 
-/// The data of an outline in whole units of the face.
+/// The data of an outline of a face at REFERENCE_SIZE.
 QByteArray outline_data(const QPainterPath& path) {
     QByteArray data;
     for (int i = 0; i < path.elementCount(); ++i) {
@@ -184,7 +188,7 @@ void SvgCanvas::DrawText(const ShapedText& text, QPointF baseline, double size,
     for (const GlyphRow& row : text.rows) {
         for (qsizetype i = 0; i < row.glyphs.size(); ++i) {
             const QByteArray name = glyph_name(row.face, row.glyphs[i]);
-            const QPointF place = row.places[i] * REFERENCE_SIZE;
+            const QPointF place = row.places[i] * EM_UNITS;
             if (name.isEmpty()) {
                 continue;
             }
@@ -198,7 +202,7 @@ void SvgCanvas::DrawText(const ShapedText& text, QPointF baseline, double size,
     if (!uses.isEmpty()) {
         body += "<g" + attribute("aria-label", escaped(text.text)) +
                 color_attribute("fill", color) + " transform=\"translate(" + number(baseline.x()) +
-                ' ' + number(baseline.y()) + ")scale(" + number(size / REFERENCE_SIZE, 7) + ")\">" +
+                ' ' + number(baseline.y()) + ")scale(" + number(size / EM_UNITS, 7) + ")\">" +
                 uses + "</g>\n";
     }
 }

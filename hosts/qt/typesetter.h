@@ -30,10 +30,18 @@ struct ShapedText {
     double advance = 0; ///< trailing blanks included
 };
 
-/// Faces are opened at this many pixels an em, where their metrics are whole numbers, and scaled
-/// down from there. A text is then as wide on a screen as on paper, and twice as wide at twice the
-/// size: no hinting, no rounding to pixels.
-inline constexpr double REFERENCE_SIZE = 2048;
+/// How far the ink of a text reaches from its baseline, in ems; y downwards.
+struct InkRange {
+    double top = 0;
+    double bottom = 0;
+};
+InkRange FindInk(const ShapedText& text);
+
+/// Faces are opened at this many pixels an em and scaled from there. A text is then as wide on a
+/// screen as on paper, and twice as wide at twice the size: no hinting, no rounding to pixels. The
+/// metrics of 64ths of pixels are exact for the usual 2048 units an em, and faces up to this size
+/// keep theirs at hand.
+inline constexpr double REFERENCE_SIZE = 64;
 
 /// A family of the system, ready to set texts with. It keeps what it has set lately.
 class Typeface {
@@ -49,12 +57,26 @@ public:
     std::shared_ptr<const ShapedText> ShapeToFit(const std::string& text, double width);
 
 private:
-    ShapedText shape(const QString& text) const;
+    /// A letter that always has the same glyph, or a letter after such a one.
+    struct Letter {
+        quint32 glyph = 0;
+        double advance = 0; ///< ems; of a pair: what the first then takes
+        bool plain = false; ///< false where neighbours change more than the distance
+    };
+
+    ShapedText shape(const QString& text);
+    ShapedText shape_any(const QString& text) const;
+    bool shape_plain(const QString& text, ShapedText& result);
+    const Letter& letter(char16_t c);
+    const Letter& pair(char16_t first, char16_t second);
 
     QFont font;
     double ascent = 0;
     double descent = 0;
     std::unordered_map<std::string, std::shared_ptr<const ShapedText>> recent;
+    QRawFont plain_face;
+    std::unordered_map<char16_t, Letter> letters;
+    std::unordered_map<char32_t, Letter> pairs;
 };
 
 /// The typefaces by name. Painters may share one, so that a text that was measured need not be set

@@ -152,6 +152,21 @@ TEST(QtPainterText, BlanksAtTheEndCount) {
     EXPECT_NEAR(measure(painter, "x  ").width, measure(painter, "x").width + 2 * blank_width, 1e-6);
 }
 
+TEST(QtPainterText, PlainLettersAreSetAsTheShaperSetsThem) {
+    QImage image = blank(10, 10);
+    QtPainter painter(image);
+    for (const char* family : {"Arial", ""}) {
+        set_font(painter, family, 60);
+        const std::string plain = "AVATAR To. 11 office -> fjord";
+        // A letter that is not plain takes the whole text through the shaper.
+        const double beside = measure(painter, " \u00C6").width;
+        EXPECT_NEAR(measure(painter, plain + " \u00C6").width - beside,
+                    measure(painter, plain).width, 0.01);
+        EXPECT_LT(measure(painter, "AV").width,
+                  measure(painter, "A").width + measure(painter, "V").width);
+    }
+}
+
 struct TextOutput {
     const char* name;
     bool svg;

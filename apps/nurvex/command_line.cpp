@@ -1,0 +1,230 @@
+#include "apps/nurvex/command_line.h"
+
+#include "apps/nurvex/failure.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <string_view>
+
+#ifndef NURVEX_VERSION
+#define NURVEX_VERSION "unknown"
+#endif
+
+namespace nurvex {
+
+namespace {
+
+constexpr const char* MAIN_HELP =
+    R"(nurvex draws directed graphs with nested clusters, level by level.
+
+Usage:
+  nurvex draw FILE -o OUT [options]   draw a text graph as SVG, PNG or PDF
+  nurvex check FILE                   look for faults in a text graph
+
+  nurvex COMMAND --help               more about a command
+  nurvex --version                    the version
+
+FILE may be - for standard input.
+)";
+
+constexpr const char* DRAW_HELP = R"(Draws a text graph.
+
+Usage: nurvex draw FILE -o OUT [options]
+
+  FILE               the text graph; - for standard input
+  -o, --output OUT   the picture; its suffix tells the format: .svg, .png or .pdf
+
+Options:
+  --scale S          magnifies the picture (SVG and PDF: 1; PNG: 2, or what fits)
+  --level-gap N      room between two levels (30)
+  --node-gap N       room between two nodes of a level (12)
+  --edge-gap N       room between two edges side by side (2)
+  --edge-margin N    length of the straight piece of an edge beside its node (5)
+  --dark             light lines on a dark ground
+  -h, --help         this text
+
+An older OUT is replaced only when the new picture is complete.
+Exit status: 0 fine, 1 cannot read or write, 2 faults in FILE or on the command line.
+)";
+
+constexpr const char* CHECK_HELP = R"(Looks for faults in a text graph and tells their lines.
+
+Usage: nurvex check FILE
+
+  FILE               the text graph; - for standard input
+  -h, --help         this text
+
+Exit status: 0 no faults, 1 cannot read, 2 faults in FILE or on the command line.
+)";
+
+[[noreturn]] void refuse(const std::string& message, const std::string& help) {
+    throw Failure(EXIT_INPUT, message + "; see: nurvex " + help);
+}
+
+/// The words of one command, taken from the front to the back.
+class Words {
+public:
+    Words(const std::vector<std::string>& given, std::string given_command)
+        : words(given), command(std::move(given_command)) {}
+
+    /// The next word, split at the equals sign of `--name=value`. False at the end.
+    bool Next() {
+        if (at >= words.size()) {
+            return false;
+        }
+        word = words[at++];
+        attached.reset();
+        const std::size_t equals = word.find('=');
+        if (word.starts_with("--") && equals != std::string::npos) {
+            attached = word.substr(equals + 1);
+            word.resize(equals);
+        }
+        return true;
+    }
+
+    bool Is(std::string_view name) const { return word == name; }
+    bool IsOption() const { return word.size() > 1 && word.front() == '-'; }
+    const std::string& GetWord() const { return word; }
+
+    std::string TakeValue() {
+        if (attached) {
+            return *attached;
+        }
+        if (at >= words.size()) {
+            Refuse(word + " needs a value");
+        }
+        return words[at++];
+    }
+
+    double TakeNumber() {
+        const std::string name = word;
+        const std::string text = TakeValue();
+        double value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) ||
+            value < 0) {
+            Refuse(name + " needs a number of 0 or more, not \"" + text + "\"");
+        }
+        return value;
+    }
+
+    void TakeFlag() const {
+        if (attached) {
+            Refuse(word + " takes no value");
+        }
+    }
+
+    [[noreturn]] void Refuse(const std::string& message) const {
+        refuse(message, command + " --help");
+    }
+
+private:
+    const std::vector<std::string>& words;
+    std::string command;
+    std::string word;
+    std::optional<std::string> attached;
+    std::size_t at = 1;
+};
+
+void take_file(const Words& words, std::string& file) {
+    if (words.IsOption()) {
+        words.Refuse("unknown option " + words.GetWord());
+    }
+    if (words.GetWord().empty()) {
+        words.Refuse("the name of FILE is empty");
+    }
+    if (!file.empty()) {
+        words.Refuse("one FILE at a time: \"" + words.GetWord() + "\" is one too many");
+    }
+    file = words.GetWord();
+}
+
+double* find_spacing(DrawOptions& options, const Words& words) {
+    if (words.Is("--level-gap")) {
+        return &options.level_gap;
+    }
+    if (words.Is("--node-gap")) {
+        return &options.node_gap;
+    }
+    if (words.Is("--edge-gap")) {
+        return &options.edge_gap;
+    }
+    return words.Is("--edge-margin") ? &options.edge_margin : nullptr;
+}
+
+double take_scale(Words& words) {
+    const double scale = words.TakeNumber();
+    if (scale <= 0) {
+        words.Refuse("--scale needs a number above 0");
+    }
+    return scale;
+}
+
+Command read_draw(const std::vector<std::string>& given) {
+    DrawOptions options;
+    Words words(given, "draw");
+    while (words.Next()) {
+        if (words.Is("--help") || words.Is("-h")) {
+            return Answer{DRAW_HELP};
+        }
+        if (words.Is("-o") || words.Is("--output")) {
+            options.output = words.TakeValue();
+        } else if (words.Is("--scale")) {
+            options.scale = take_scale(words);
+        } else if (words.Is("--dark")) {
+            words.TakeFlag();
+            options.dark = true;
+        } else if (double* spacing = find_spacing(options, words)) {
+            *spacing = words.TakeNumber();
+        } else {
+            take_file(words, options.input);
+        }
+    }
+    if (options.input.empty()) {
+        words.Refuse("draw needs a FILE");
+    }
+    if (options.output.empty()) {
+        words.Refuse("draw needs -o OUT, the picture to write");
+    }
+    return options;
+}
+
+Command read_check(const std::vector<std::string>& given) {
+    CheckOptions options;
+    Words words(given, "check");
+    while (words.Next()) {
+        if (words.Is("--help") || words.Is("-h")) {
+            return Answer{CHECK_HELP};
+        }
+        take_file(words, options.input);
+    }
+    if (options.input.empty()) {
+        words.Refuse("check needs a FILE");
+    }
+    return options;
+}
+
+} // namespace
+
+Command ReadCommandLine(const std::vector<std::string>& words) {
+    if (words.empty()) {
+        throw Failure(EXIT_INPUT, std::string("what shall be done?\n\n") + MAIN_HELP);
+    }
+    const std::string& first = words.front();
+    if (first == "--help" || first == "-h" || first == "help") {
+        return Answer{MAIN_HELP};
+    }
+    if (first == "--version") {
+        return Answer{"nurvex " NURVEX_VERSION "\n"};
+    }
+    if (first == "draw") {
+        return read_draw(words);
+    }
+    if (first == "check") {
+        return read_check(words);
+    }
+    refuse("unknown command \"" + first + "\"", "--help");
+}
+
+} // namespace nurvex

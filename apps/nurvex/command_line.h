@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace nurvex {
+
+/// `nurvex draw`
+struct DrawOptions {
+    std::string input;
+    std::string output;
+    std::optional<double> scale; ///< what the format takes by itself where it is empty
+    double level_gap = 30;
+    double node_gap = 12;
+    double edge_gap = 2;
+    double edge_margin = 5;
+    bool dark = false;
+};
+
+/// `nurvex check`
+struct CheckOptions {
+    std::string input;
+};
+
+/// A text that was asked for: a help or the version.
+struct Answer {
+    std::string text;
+};
+
+using Command = std::variant<Answer, DrawOptions, CheckOptions>;
+
+/// Reads the words behind the name of the program.
+/// Errors  a Failure that tells which word is at fault
+Command ReadCommandLine(const std::vector<std::string>& words);
+
+} // namespace nurvex

@@ -1,0 +1,84 @@
+#include "apps/nurvex/commands.h"
+
+#include "apps/nurvex/drawing.h"
+#include "apps/nurvex/graph_file.h"
+#include "apps/nurvex/picture_file.h"
+#include "apps/nurvex/progress.h"
+#include "nurvex7/model/queries.h"
+
+#include <QGuiApplication>
+
+#include <iostream>
+
+namespace nurvex {
+
+using nurvex7::Node;
+
+namespace {
+
+/// Qt asks for its texts and fonts what a program with windows asks for, and complains where the
+/// answers are missing; a picture needs none of that.
+void ignore_remark(QtMsgType /*type*/, const QMessageLogContext& /*where*/,
+                   const QString& /*text*/) {}
+
+struct Count {
+    int nodes = 0;
+    int clusters = 0;
+    int edges = 0;
+};
+
+Count count(const nurvex7::graph_ptr2<nurvex7::Graph>& graph) {
+    Count total;
+    nurvex7::ForEachNodeIn(
+        graph->GetRoot(),
+        [&total](const Node& node) {
+            ++total.nodes;
+            total.clusters += node.GetOwned().GetCount() > 0 ? 1 : 0;
+            total.edges += node.GetEdgesOut().GetCount();
+        },
+        /*post_order=*/false, /*include_self=*/false);
+    return total;
+}
+
+std::string many(int number, const std::string& thing) {
+    return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
+}
+
+} // namespace
+
+void RunDraw(const DrawOptions& options) {
+    const PictureFile picture(options.output);
+    Progress progress;
+    progress.SetStage("reading");
+    const GraphFile file(options.input);
+    progress.SetStage("checking");
+    file.Check();
+    const auto graph = file.Load();
+
+    // Pictures need fonts, but no display: the application works without one at all times.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(ignore_remark);
+    int no_words = 0;
+    const QGuiApplication application(no_words, nullptr);
+
+    progress.SetStage("laying out");
+    const Drawing drawing(
+        graph, {options.level_gap, options.node_gap, options.edge_gap, options.edge_margin},
+        options.dark ? Style::Theme::DARK : Style::Theme::LIGHT);
+    progress.SetStage("drawing");
+    const std::string remark = picture.Write(drawing, options.scale, file.GetTitle());
+    progress.Stop();
+    if (!remark.empty()) {
+        std::cerr << "nurvex: " << remark << '\n';
+    }
+}
+
+void RunCheck(const CheckOptions& options) {
+    const GraphFile file(options.input);
+    file.Check();
+    const Count total = count(file.Load());
+    std::cout << file.GetName() << ": no faults in " << many(total.nodes, "node") << ", of them "
+              << many(total.clusters, "cluster") << ", and " << many(total.edges, "edge") << '\n';
+}
+
+} // namespace nurvex

@@ -1,0 +1,76 @@
+#include "apps/nurvex/graph_file.h"
+
+#include "apps/nurvex/failure.h"
+#include "apps/nurvex/graph_check.h"
+#include "nurvex7/model/text_graph.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+
+namespace nurvex {
+
+using nurvex7::Graph;
+using nurvex7::graph_ptr2;
+
+namespace {
+
+constexpr const char* STANDARD_INPUT = "-";
+
+std::string read_all(std::istream& in) {
+    std::ostringstream content;
+    content << in.rdbuf();
+    return std::move(content).str();
+}
+
+std::string read_file(const std::string& name) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(name, ignored)) {
+        throw Failure(EXIT_FILES, name + ": is a directory; name a text graph in it");
+    }
+    errno = 0;
+    std::ifstream in(name, std::ios::binary);
+    std::string content = in ? read_all(in) : std::string();
+    if (!in) {
+        const std::string reason = errno != 0 ? std::strerror(errno) : "read error";
+        throw Failure(EXIT_FILES, name + ": cannot be read: " + reason +
+                                      "; check the name and the permissions");
+    }
+    return content;
+}
+
+} // namespace
+
+GraphFile::GraphFile(const std::string& given_name)
+    : name(given_name == STANDARD_INPUT ? "standard input" : given_name),
+      content(given_name == STANDARD_INPUT ? read_all(std::cin) : read_file(given_name)) {}
+
+void GraphFile::Check() const {
+    std::istringstream in(content);
+    const auto faults = check_text_graph(in);
+    for (const auto& fault : faults) {
+        std::cerr << name << ':' << fault.line << ": " << fault.message << '\n';
+    }
+    if (!faults.empty()) {
+        throw Failure(EXIT_INPUT, name + ": is no sound text graph; mend the lines told above");
+    }
+}
+
+graph_ptr2<Graph> GraphFile::Load() const {
+    const graph_ptr2<Graph> graph(new Graph, /*owns=*/true);
+    std::istringstream in(content);
+    if (nurvex7::Load(graph, in) == 0) {
+        throw Failure(EXIT_INPUT, name + ": an edge or an owner names a node that is not there");
+    }
+    return graph;
+}
+
+std::string GraphFile::GetTitle() const {
+    return std::filesystem::path(name).stem().string();
+}
+
+} // namespace nurvex

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "nurvex7/foundation/graph_ptr2.h"
+#include "nurvex7/model/graph.h"
+
+#include <string>
+
+namespace nurvex {
+
+/// A text graph as a user names it, read once.
+class GraphFile {
+public:
+    /// Reads the whole file, or standard input where the name is "-".
+    /// Errors  a Failure where it cannot be read
+    explicit GraphFile(const std::string& given_name);
+
+    /// Looks for faults and tells each of them on standard error, with its line.
+    /// Errors  a Failure where there are any
+    void Check() const;
+
+    /// The graph. Duty: it has been checked.
+    nurvex7::graph_ptr2<nurvex7::Graph> Load() const;
+
+    /// The name in messages.
+    const std::string& GetName() const { return name; }
+    /// The name without directory and suffix.
+    std::string GetTitle() const;
+
+private:
+    std::string name;
+    std::string content;
+};
+
+} // namespace nurvex

@@ -1,0 +1,33 @@
+#include "apps/nurvex/commands.h"
+#include "apps/nurvex/failure.h"
+
+#include <exception>
+#include <iostream>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace {
+
+struct Run {
+    void operator()(const nurvex::Answer& answer) const { std::cout << answer.text; }
+    void operator()(const nurvex::DrawOptions& options) const { nurvex::RunDraw(options); }
+    void operator()(const nurvex::CheckOptions& options) const { nurvex::RunCheck(options); }
+};
+
+} // namespace
+
+int main(int count, char** words) {
+    try {
+        std::visit(Run(),
+                   nurvex::ReadCommandLine(std::vector<std::string>(words + 1, words + count)));
+        return nurvex::EXIT_FINE;
+    } catch (const nurvex::Failure& failure) {
+        std::cerr << "nurvex: " << failure.what() << '\n';
+        return failure.GetCode();
+    } catch (const std::exception& error) {
+        std::cerr << "nurvex: the program ran into a fault of its own or out of memory: "
+                  << error.what() << '\n';
+        return nurvex::EXIT_FILES;
+    }
+}

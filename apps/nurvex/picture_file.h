@@ -1,0 +1,39 @@
+#pragma once
+
+#include "apps/nurvex/drawing.h"
+
+#include <optional>
+#include <string>
+
+namespace nurvex {
+
+/// A file that a drawing is written to, in the format that its suffix tells.
+class PictureFile {
+public:
+    /// Errors  a Failure where the suffix is unknown, or where no such file can be written
+    explicit PictureFile(const std::string& given_path);
+
+    /// Writes the picture beside the file and puts it in place when it is complete; what was there
+    /// before stays untouched until then.
+    ///
+    /// Gives a remark for the user where the picture could not be as large as the scale says; empty
+    /// mostly. Without a scale the format takes its own.
+    /// Errors  a Failure where the picture is too large or cannot be written
+    std::string Write(const Drawing& drawing, std::optional<double> scale,
+                      const std::string& title) const;
+
+private:
+    enum class Format { SVG, PNG, PDF };
+
+    static Format find_format(const std::string& path);
+    void check_target() const;
+    QByteArray make_svg(const Drawing& drawing, double scale, const std::string& title) const;
+    QByteArray make_png(const Drawing& drawing, double scale) const;
+    QByteArray make_pdf(const Drawing& drawing, double scale, const std::string& title) const;
+    void save(const QByteArray& content) const;
+
+    std::string path;
+    Format format;
+};
+
+} // namespace nurvex
