@@ -1,0 +1,86 @@
+#include "nurvex7/model/folding.h"
+#include "tests/support/test_graph.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+namespace {
+
+using namespace nurvex7;
+using namespace nurvex7::testing_support;
+
+struct Change {
+    const char* what;
+    const char* words; ///< the graph that is drawn first
+    std::function<void(TestGraph&)> change;
+    UpdateOutlook expected;
+};
+
+void PrintTo(const Change& c, std::ostream* out) {
+    *out << c.what;
+}
+
+class LookAhead : public testing::TestWithParam<Change> {};
+
+TEST_P(LookAhead, TellsWhatAnUpdateWouldMeet) {
+    TestGraph g(GetParam().words);
+    g.make();
+    GetParam().change(g);
+    EXPECT_EQ(g.layout.LookAhead(g.root()), GetParam().expected);
+    EXPECT_EQ(g.layout.LookAhead(g.root()), GetParam().expected) << "asking changed the answer";
+    if (GetParam().expected != UpdateOutlook::DOES_NOT_FIT) {
+        g.update(g.root()); // ends
+        EXPECT_NE(g.layout.LookAhead(g.root()), UpdateOutlook::FITS);
+    }
+}
+
+void nothing(TestGraph&) {}
+
+std::function<void(TestGraph&)> adding(const std::string& words) {
+    return [words](TestGraph& g) { g.add(words); };
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Changes, LookAhead,
+    testing::Values(
+        Change{"no change", "a>b b>c", nothing, UpdateOutlook::NOTHING_NEW},
+        Change{"a node beside an old one", "a>b", adding("b>c"), UpdateOutlook::FITS},
+        Change{"an edge between old nodes", "a>b b>c", adding("a>c"), UpdateOutlook::FITS},
+        Change{"a component that is all new", "a>b", adding("c>d d>e"), UpdateOutlook::FITS},
+        Change{"a chain of two on an old node", "a>b", adding("b>c c>d"),
+               UpdateOutlook::DOES_NOT_FIT},
+        Change{"a chain inside a cluster", "C/a>C/b C>d", adding("C/b>C/c C/c>C/e"),
+               UpdateOutlook::DOES_NOT_FIT},
+        Change{"a node that was hidden and is shown", "a>b !b",
+               [](TestGraph& g) { Show(g.node("b")); }, UpdateOutlook::FITS},
+        Change{"a new node on one that stays hidden", "a>b a>c !b", adding("b>d"),
+               UpdateOutlook::DOES_NOT_FIT},
+        Change{"an old node that is hidden now", "a>b b>c", [](TestGraph& g) { Hide(g.node("b")); },
+               UpdateOutlook::NOTHING_NEW},
+        Change{"a node that met a resize first", "a>b",
+               [](TestGraph& g) {
+                   g.add("b>c");
+                   g.resize(g.root());
+               },
+               UpdateOutlook::FITS}));
+
+TEST(LookAhead, AnOwnerWithoutADrawingHasNeverBeenLaidOut) {
+    TestGraph g("C/a>C/b");
+    EXPECT_EQ(g.layout.LookAhead(g.root()), UpdateOutlook::NEVER_LAID_OUT);
+    EXPECT_EQ(g.layout.LookAhead(g.node("C")), UpdateOutlook::NEVER_LAID_OUT);
+    EXPECT_EQ(g.layout.LookAhead(g.node("a")), UpdateOutlook::NOTHING_NEW);
+}
+
+TEST(LookAhead, MakesNoRecord) {
+    TestGraph g("C/a>C/b C/b>d");
+    g.make();
+    g.add("C/b>C/e e>d");
+    const auto* store = dynamic_cast<DefaultGraphVis*>(g.root().get_vis().get());
+    const std::size_t before = store->get_node_record_count();
+    g.layout.LookAhead(g.root());
+    EXPECT_EQ(store->get_node_record_count(), before);
+}
+
+} // namespace

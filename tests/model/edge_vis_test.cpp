@@ -1,0 +1,190 @@
+#include "nurvex7/model/graph.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace nurvex7;
+
+// Break nodes told as "owner.place", in the order of a route.
+struct BreakNodes : testing::Test {
+    Node add(const Node& owner, const std::string& caption) {
+        Node node = Node(owner).AddNode();
+        node.SetCaption(caption);
+        return node;
+    }
+    std::string route(const Edge& edge, const std::vector<Node>& owners) const {
+        NodeSet whole = edge.GetBreakNodes();
+        std::string text;
+        for (int i = 0; i < whole.GetCount(); ++i) {
+            text += (i > 0 ? " " : "") + place(edge, owners, whole.GetItem(i));
+        }
+        return text;
+    }
+    static std::string place(const Edge& edge, const std::vector<Node>& owners, const Node& bend) {
+        for (const Node& owner : owners) {
+            NodeSet run = edge.GetBreakNodesIn(owner);
+            for (int i = 0; i < run.GetCount(); ++i) {
+                if (run.GetItem(i) == bend) {
+                    return (owner.GetID() == 0 ? "root" : owner.GetCaption()) + "." +
+                           std::to_string(i);
+                }
+            }
+        }
+        return "nowhere";
+    }
+
+    std::unique_ptr<Graph> graph = std::make_unique<Graph>();
+    Node root = graph->GetRoot();
+};
+
+TEST_F(BreakNodes, KnowTheirEdgeAndBearFlagsAlone) {
+    Edge edge = add(root, "a").LinkTo(add(root, "b"));
+    edge.AddBreakNodesIn(root, 1);
+    Node bend = edge.GetBreakNodesIn(root).GetItem(0);
+    EXPECT_TRUE(bend.GetEdgesIn().GetItem(0) == edge);
+    EXPECT_TRUE(bend.GetEdgesOut().GetItem(0) == edge);
+    EXPECT_EQ(bend.GetEdgesOut().GetCount(), 1);
+    bend.SetCaption("x");
+    bend.SetTag(3);
+    bend.SetCondition(8);
+    bend.SetOwner(root);
+    bend.Remove();
+    EXPECT_EQ(bend.GetCaption(), "");
+    EXPECT_EQ(bend.GetTag(), 0);
+    EXPECT_EQ(bend.GetCondition(), 8);
+    EXPECT_TRUE(bend.IsDummy());
+    EXPECT_EQ(bend.AddNode().get_impl().get(), nullptr);
+    EXPECT_EQ(bend.LinkTo(edge.From()).get_impl().get(), nullptr);
+    EXPECT_EQ(bend.GetChildren().GetCount() + bend.GetParents().GetCount(), 0);
+    EXPECT_EQ(bend.GetOwned().GetCount(), 0);
+}
+
+TEST_F(BreakNodes, StandInTheOrderInWhichTheyWereMade) {
+    Edge edge = add(root, "a").LinkTo(add(root, "b"));
+    edge.AddBreakNodesIn(root, 2);
+    edge.AddBreakNodesIn(root, 2);
+    NodeSet run = edge.GetBreakNodesIn(root);
+    ASSERT_EQ(run.GetCount(), 4);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(run.GetItem(i).GetID(), run.GetItem(0).GetID() - i);
+    }
+    EXPECT_LT(run.GetItem(0).GetID(), 0);
+    EXPECT_EQ(route(edge, {root}), "root.0 root.1 root.2 root.3");
+}
+
+TEST_F(BreakNodes, ARouteThatDidNotChangeIsTheSameSet) {
+    const Edge edge = add(root, "a").LinkTo(add(root, "b"));
+    const graph_ptr<IEdgeVis> record = root.get_vis()->get_edge_vis(edge.get_impl());
+    record->add_break_nodes_in(0, 2);
+    const graph_ptr<node_impl_set> route = record->get_break_nodes();
+    record->add_break_nodes_in(0, 0);
+    record->add_break_nodes_in(0, -1);
+    EXPECT_EQ(record->get_break_nodes_in(77)->GetCount(), 0) << "enters an empty run";
+    EXPECT_EQ(record->get_break_nodes().get(), route.get());
+    record->add_break_nodes_in(0, 1);
+    EXPECT_NE(record->get_break_nodes().get(), route.get());
+    EXPECT_EQ(route->GetCount(), 2) << "who walks the old route keeps it whole";
+    record->remove_break_nodes_in(0);
+    EXPECT_EQ(record->get_break_nodes()->GetCount(), 0);
+}
+
+// Outward from the source as far as the outermost owner with a run, then inward to the target.
+TEST_F(BreakNodes, ARouteGoesOutwardAndInward) {
+    const Node p = add(root, "p");
+    const Node q = add(p, "q");
+    const Node r = add(root, "r");
+    const Node s = add(r, "s");
+    const Node from = add(q, "from");
+    const Node to = add(s, "to");
+    const std::vector<Node> owners = {root, p, q, r, s};
+    struct {
+        const char* name;
+        Node source;
+        Node target;
+        std::vector<Node> runs;
+        const char* route;
+    } const cases[] = {
+        {"no runs", from, to, {}, ""},
+        {"across two nests", from, to, {r, q, root, s, p}, "q.0 p.0 root.0 r.0 s.0"},
+        {"and back", to, from, {r, q, root, s, p}, "s.0 r.0 root.0 p.0 q.0"},
+        {"within one owner", from, add(q, "beside"), {q}, "q.0"},
+        {"out of one owner and back into it", from, add(q, "beside"), {q, p}, "q.0 p.0 q.0"},
+        {"runs of the target alone", from, to, {r, s, root}, "root.0 r.0 s.0"},
+        {"without the common owner", from, to, {q, s, r}, "q.0 r.0 s.0"},
+        {"from an owner to its inside", p, from, {q, p, root}, "root.0 p.0 q.0"},
+    };
+    for (const auto& c : cases) {
+        Edge edge = Node(c.source).LinkTo(c.target);
+        for (const Node& owner : c.runs) {
+            edge.AddBreakNodesIn(owner, 1);
+        }
+        EXPECT_EQ(route(edge, owners), c.route) << c.name;
+        edge.Remove();
+    }
+}
+
+// With no run on the source's side the walk inward ends at the source's own owner, and nowhere
+// else.
+TEST_F(BreakNodes, WithoutRunsAtTheSourceItsDirectOwnerEndsTheWayInward) {
+    const Node p = add(root, "p");
+    const Node q = add(p, "q");
+    Edge edge = add(p, "from").LinkTo(add(q, "to"));
+    edge.AddBreakNodesIn(q, 1);
+    EXPECT_EQ(route(edge, {root, p, q}), "q.0");
+}
+
+TEST_F(BreakNodes, ALongNestIsWalkedWithoutGoingDeep) {
+    std::vector<Node> owners = {root};
+    for (int depth = 0; depth < 3000; ++depth) {
+        owners.push_back(owners.back().AddNode());
+    }
+    Edge edge = add(root, "from").LinkTo(owners.back().AddNode());
+    for (const Node& owner : owners) {
+        edge.AddBreakNodesIn(owner, 1);
+    }
+    NodeSet whole = edge.GetBreakNodes();
+    ASSERT_EQ(whole.GetCount(), 3001);
+    EXPECT_TRUE(whole.GetItem(0) == edge.GetBreakNodesIn(root).GetItem(0));
+    EXPECT_TRUE(whole.GetItem(3000) == edge.GetBreakNodesIn(owners.back()).GetItem(0));
+}
+
+TEST_F(BreakNodes, ARemovedEdgeHasNoRoute) {
+    Edge edge = add(root, "a").LinkTo(add(root, "b"));
+    edge.AddBreakNodesIn(root, 2);
+    edge.Remove();
+    EXPECT_EQ(edge.GetBreakNodes().GetCount(), 0);
+    edge.AddBreakNodesIn(root, 2);
+    EXPECT_EQ(edge.GetBreakNodes().GetCount(), 0);
+}
+
+TEST_F(BreakNodes, AnEdgeWithADeletedEndKeepsTheRunsAtTheOther) {
+    const Node p = add(root, "p");
+    Node a = add(root, "a");
+    Edge edge = a.LinkTo(add(p, "b"));
+    edge.AddBreakNodesIn(p, 1);
+    edge.AddBreakNodesIn(root, 1);
+    EXPECT_EQ(route(edge, {root, p}), "root.0 p.0");
+    a.Remove();
+    edge.AddBreakNodesIn(p, 1);
+    EXPECT_EQ(route(edge, {root, p}), "root.0 p.0 p.1");
+}
+
+TEST_F(BreakNodes, ANodeThatOwnsItselfDoesNotHangARoute) {
+    Node a = add(root, "a");
+    const Node inside = add(a, "inside");
+    Edge out = Node(inside).LinkTo(add(root, "b"));
+    Edge in = add(root, "c").LinkTo(inside);
+    a.SetOwner(a);
+    out.AddBreakNodesIn(a, 1);
+    in.AddBreakNodesIn(a, 1);
+    EXPECT_EQ(route(out, {root, a}), "a.0");
+    EXPECT_EQ(route(in, {root, a}), "a.0");
+    a.Remove();
+}
+
+} // namespace

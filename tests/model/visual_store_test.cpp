@@ -1,0 +1,163 @@
+#include "nurvex7/model/graph.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+using namespace nurvex7;
+
+struct quiet_layout : ILayout {
+    void Make(Node) override {}
+    void Update(Node) override {}
+    void Resize(Node) override {}
+};
+
+struct quiet_handler : INodeHandler {
+    void Draw(Node, tamsel7::IPainter*) override {}
+    tamsel7::size<double> GetSize(Node) override { return {}; }
+    SizeAndOrigin GetSize(Node, tamsel7::size<double>) override { return {}; }
+};
+
+struct VisualStore : testing::Test {
+    graph_ptr<DefaultGraphVis> store{new DefaultGraphVis};
+    graph_ptr<INodeImpl> root{new DefaultRootNodeImpl};
+    graph_ptr<INodeImpl> node = root->add_node();
+    quiet_layout own_layout;
+    quiet_handler own_handler;
+    graph_ptr2<ILayout> layout{&own_layout, /*owns=*/false};
+    graph_ptr2<INodeHandler> handler{&own_handler, /*owns=*/false};
+
+    ~VisualStore() override { root->remove(); }
+};
+
+TEST_F(VisualStore, RecordsComeWithTheFirstQuestionAndGoWhenRemoved) {
+    EXPECT_EQ(store->get_node_record_count(), 0U);
+    const graph_ptr<INodeVis> record = store->get_node_vis(node);
+    record->set_position({3, 4});
+    record->set_size({5, 6});
+    EXPECT_EQ(store->get_node_vis(node).get(), record.get());
+    EXPECT_EQ(store->get_node_record_count(), 1U);
+    store->remove_node_vis(node);
+    store->remove_node_vis(node);
+    EXPECT_EQ(store->get_node_record_count(), 0U);
+    EXPECT_EQ(store->get_node_vis(node)->get_position(), tamsel7::point<double>());
+    EXPECT_EQ(store->get_node_vis(node)->get_size(), tamsel7::size<double>());
+}
+
+TEST_F(VisualStore, EdgeRecordsLikewise) {
+    const graph_ptr<IEdgeImpl> edge = node->link_to(node);
+    const graph_ptr<IEdgeVis> record = store->get_edge_vis(edge);
+    record->add_break_nodes_in(0, 3);
+    EXPECT_EQ(store->get_edge_vis(edge).get(), record.get());
+    store->remove_edge_vis(edge);
+    EXPECT_EQ(store->get_edge_vis(edge)->get_break_nodes()->GetCount(), 0);
+}
+
+TEST_F(VisualStore, NullHasNoRecordAndTakesNothing) {
+    const graph_ptr<INodeImpl> null;
+    EXPECT_EQ(store->get_node_vis(null).get(), nullptr);
+    EXPECT_EQ(store->get_edge_vis(graph_ptr<IEdgeImpl>()).get(), nullptr);
+    store->set_node_layout(null, layout);
+    store->set_node_painter(null, handler);
+    store->remove_node_vis(null);
+    store->remove_edge_vis(graph_ptr<IEdgeImpl>());
+    EXPECT_EQ(store->get_node_layout(null).get(), GetDefaultLayout().get());
+    EXPECT_EQ(store->get_node_painter(null).get(), GetDefaultNodeHandler().get());
+    EXPECT_EQ(store->get_node_record_count(), 0U);
+}
+
+TEST_F(VisualStore, ANodesOwnLayoutAndHandlerGoBeforeTheDefaults) {
+    EXPECT_EQ(store->get_node_layout(node).get(), GetDefaultLayout().get());
+    EXPECT_EQ(store->get_node_painter(node).get(), GetDefaultNodeHandler().get());
+    store->set_node_layout(node, layout);
+    store->set_node_painter(node, handler);
+    EXPECT_EQ(store->get_node_layout(node).get(), &own_layout);
+    EXPECT_EQ(store->get_node_painter(node).get(), &own_handler);
+    store->remove_node_vis(node);
+    EXPECT_EQ(store->get_node_layout(node).get(), GetDefaultLayout().get());
+    EXPECT_EQ(store->get_node_painter(node).get(), GetDefaultNodeHandler().get());
+}
+
+// Deliberate: what a node uses is the default as it stands; only who asks for the default itself
+// fills it again.
+TEST_F(VisualStore, AnEmptyDefaultIsFilledOnlyWhenAskedForItself) {
+    store->set_default_layout(graph_ptr2<ILayout>());
+    store->set_default_node_painter(graph_ptr2<INodeHandler>());
+    EXPECT_EQ(store->get_node_layout(node).get(), nullptr);
+    EXPECT_EQ(store->get_node_painter(node).get(), nullptr);
+    EXPECT_EQ(store->get_default_layout().get(), GetDefaultLayout().get());
+    EXPECT_EQ(store->get_default_node_painter().get(), GetDefaultNodeHandler().get());
+    EXPECT_EQ(store->get_node_layout(node).get(), GetDefaultLayout().get());
+    EXPECT_EQ(store->get_node_painter(node).get(), GetDefaultNodeHandler().get());
+    EXPECT_EQ(store->get_default_edge_painter().get(), GetDefaultEdgeHandler().get());
+    store->set_default_edge_painter(graph_ptr2<IEdgeHandler>());
+    EXPECT_EQ(store->get_default_edge_painter().get(), GetDefaultEdgeHandler().get());
+}
+
+TEST_F(VisualStore, TheListsKeepOrderAndRepetition) {
+    const graph_ptr<INodeImpl> other = root->add_node();
+    const graph_ptr<node_impl_set> list = store->get_update_list();
+    store->add_to_update_list(other);
+    store->add_to_update_list(node);
+    store->add_to_update_list(other);
+    ASSERT_EQ(list->GetCount(), 3);
+    EXPECT_TRUE(list->GetItem(0) == other);
+    EXPECT_TRUE(list->GetItem(1) == node);
+    store->add_to_make_list(node);
+    store->add_to_resize_list(node);
+    store->clear_update_list();
+    EXPECT_EQ(list->GetCount(), 0);
+    EXPECT_EQ(store->get_make_list()->GetCount() + store->get_resize_list()->GetCount(), 2);
+    store->clear_make_list();
+    store->clear_resize_list();
+    EXPECT_EQ(store->get_make_list()->GetCount() + store->get_resize_list()->GetCount(), 0);
+}
+
+// Layouts replace break nodes all the time: a thousand runs must not leave a thousand times the
+// records behind.
+TEST_F(VisualStore, RecordsOfBreakNodesThatNobodyHoldsGoAway) {
+    const graph_ptr<IEdgeImpl> edge = node->link_to(node);
+    const graph_ptr<IEdgeVis> route = store->get_edge_vis(edge);
+    store->get_node_vis(node)->set_position({1, 2});
+    for (int run = 0; run < 1000; ++run) {
+        route->remove_break_nodes();
+        route->add_break_nodes_in(0, 100);
+        const graph_ptr<node_impl_set> bends = route->get_break_nodes();
+        for (int i = 0; i < bends->GetCount(); ++i) {
+            store->get_node_vis(bends->GetItem(i))->set_position({10.0 * i, 5});
+        }
+        ASSERT_LE(store->get_node_record_count(), 1100U);
+    }
+    EXPECT_EQ(store->get_node_vis(node)->get_position(), (tamsel7::point<double>{1, 2}));
+    EXPECT_EQ(store->test_edge_hit(985, 0, 986, 10)->GetCount(), 1);
+}
+
+// Whoever can still ask for a record, or holds it, finds it as it was.
+TEST_F(VisualStore, RecordsOfBreakNodesInReachStay) {
+    const graph_ptr<IEdgeVis> route = store->get_edge_vis(node->link_to(node));
+    const auto new_bend = [&] {
+        route->remove_break_nodes();
+        route->add_break_nodes_in(0, 1);
+        return route->get_break_nodes()->GetItem(0);
+    };
+    const graph_ptr<INodeImpl> held = new_bend();
+    store->get_node_vis(held)->set_position({1, 1});
+    const graph_ptr<INodeVis> held_record = store->get_node_vis(new_bend());
+    const graph_ptr<INodeImpl> with_handler = new_bend();
+    store->set_node_painter(with_handler, handler);
+    const graph_ptr<node_impl_set> old_route = (new_bend(), route->get_break_nodes());
+    store->get_node_vis(old_route->GetItem(0))->set_position({2, 2});
+    for (int i = 0; i < 5000; ++i) {
+        store->get_node_vis(new_bend());
+    }
+    EXPECT_EQ(store->get_node_vis(held)->get_position(), (tamsel7::point<double>{1, 1}));
+    EXPECT_EQ(store->get_node_vis(held_record->get_node_impl()).get(), held_record.get());
+    EXPECT_EQ(store->get_node_painter(with_handler).get(), &own_handler);
+    EXPECT_EQ(store->get_node_vis(old_route->GetItem(0))->get_position(),
+              (tamsel7::point<double>{2, 2}));
+}
+
+} // namespace
