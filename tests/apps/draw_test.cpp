@@ -160,13 +160,6 @@ TEST_F(NurvexTest, CaptionsAreEscapedAndCanBeSearched) {
     EXPECT_FALSE(svg.contains("<text"));
 }
 
-TEST_F(NurvexTest, AnEmptyGraphIsASmallPicture) {
-    draw({"-", "-o", "empty.png"}, "empty\n[nodes]\n");
-    const QImage image(in_folder("empty.png"));
-    EXPECT_GT(image.width(), 8);
-    EXPECT_LT(image.width(), 200);
-}
-
 TEST_F(NurvexTest, HiddenNodesOfAThreadViewAreNotDrawn) {
     draw({"-", "-o", "g.svg"}, R"(threads
 [nodes]
