@@ -26,6 +26,7 @@ template <typename T>
 class IdMap {
     static constexpr int PAGE_BITS = 4;
     static constexpr int PAGE_SIZE = 1 << PAGE_BITS;
+    static constexpr std::size_t SPARE_PAGES = 8; ///< empty pages that are kept for the next ids
 
     struct Page {
         explicit Page(std::int32_t n) : number(n) {}
@@ -57,7 +58,8 @@ class IdMap {
 
 public:
     IdMap() = default;
-    IdMap(const IdMap& other) : count(other.count), in_order(other.in_order) {
+    IdMap(const IdMap& other)
+        : count(other.count), empty_pages(other.empty_pages), in_order(other.in_order) {
         pages.reserve(other.pages.size());
         for (const auto& page : other.pages) {
             pages.push_back(std::make_unique<Page>(*page));
@@ -75,11 +77,13 @@ public:
         pages.swap(other.pages);
         table.swap(other.table);
         std::swap(count, other.count);
+        std::swap(empty_pages, other.empty_pages);
         std::swap(in_order, other.in_order);
     }
 
     std::size_t size() const { return count; }
     bool empty() const { return count == 0; }
+    std::size_t get_page_count() const { return pages.size(); }
 
     void clear() { IdMap().swap(*this); }
 
@@ -97,6 +101,8 @@ public:
         Page* page = find_page(id >> PAGE_BITS);
         if (page == nullptr) {
             page = add_page(id >> PAGE_BITS);
+        } else if (page->used == 0) {
+            --empty_pages;
         }
         const int place = id & (PAGE_SIZE - 1);
         if (!page->holds(place)) {
@@ -118,24 +124,30 @@ public:
         }
         page->used &= ~(1U << place);
         --count;
+        // What dies with a record may ask for the record of the same id: the slot is free by then.
+        [[maybe_unused]] const T gone(std::move(*page->at(place)));
         std::destroy_at(page->at(place));
+        if (page->used == 0 && ++empty_pages > pages.size() / 2 + SPARE_PAGES) {
+            drop_empty_pages();
+        }
         return true;
     }
 
     /// Drops every record for which `drop(id, record)` is true, and the pages that fall empty.
     template <typename F>
     void erase_if(F drop) {
+        std::vector<T> gone; // dies when the map is whole again
         for (const auto& page : pages) {
             for (int i = 0; i < PAGE_SIZE; ++i) {
                 if (page->holds(i) && drop(id_of(*page, i), *page->at(i))) {
                     page->used &= ~(1U << i);
                     --count;
+                    gone.push_back(std::move(*page->at(i)));
                     std::destroy_at(page->at(i));
                 }
             }
         }
-        std::erase_if(pages, [](const auto& page) { return page->used == 0; });
-        rebuild_table();
+        drop_empty_pages();
     }
 
     /// Calls `f(id, record)` for every record by ascending id.
@@ -192,6 +204,12 @@ private:
         table[slot] = {page->number, page};
     }
 
+    void drop_empty_pages() {
+        std::erase_if(pages, [](const auto& page) { return page->used == 0; });
+        empty_pages = 0;
+        rebuild_table();
+    }
+
     void rebuild_table() {
         table.assign(pages.empty() ? 0 : std::bit_ceil(pages.size() * 4), Slot());
         for (const auto& page : pages) {
@@ -215,7 +233,8 @@ private:
     std::vector<std::unique_ptr<Page>> pages;
     std::vector<Slot> table;
     std::size_t count = 0;
-    bool in_order = true; ///< pages stand by ascending number
+    std::size_t empty_pages = 0; ///< pages that a removal has left empty
+    bool in_order = true;        ///< pages stand by ascending number
 };
 
 } // namespace nurvex7

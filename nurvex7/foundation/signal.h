@@ -159,6 +159,10 @@ public:
     void connect(T* receiver, void (R::*member)(A...) const) {
         this->_insert(make<R>(receiver, member));
     }
+    /// Undoes one connection.
+    ///
+    /// Deliberate: the receiver forgets this signal altogether. Duty: who connected several members
+    /// to it disconnects all of them before the receiver dies.
     template <typename T, typename R>
     void disconnect(T* receiver, void (R::*member)(A...)) {
         this->_erase(make<R>(receiver, member));

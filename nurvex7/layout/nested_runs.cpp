@@ -26,7 +26,11 @@ bool IncLayout::take_size_of_leaf(Node& owner) {
     if (owner.GetOwned().GetCount() != 0) {
         return false;
     }
-    owner.SetSize(owner.GetHandler()->GetSize(owner));
+    // A graph whose default handler was taken away measures nothing: sizes stay.
+    const graph_ptr2<INodeHandler> handler = owner.GetHandler();
+    if (handler.get() != nullptr) {
+        owner.SetSize(handler->GetSize(owner));
+    }
     return true;
 }
 
@@ -98,7 +102,9 @@ void IncLayout::remember_old_drawing(const Node& owner) {
 // From graph coordinates to owner-relative ones, less the height that the handler reports for the
 // owner; the top margin makes up for a constant offset.
 void IncLayout::take_old_drawing_back(const Node& owner) {
-    const tamsel7::size<double> size = owner.GetHandler()->GetSize(owner);
+    const graph_ptr2<INodeHandler> handler = owner.GetHandler();
+    const tamsel7::size<double> size =
+        handler.get() != nullptr ? handler->GetSize(owner) : tamsel7::size<double>();
     const tamsel7::point<double> pos = owner.GetPosition();
     old_info.node_info.for_each([&](int, node_store::node_entry& entry) {
         Node node = entry.first;

@@ -29,8 +29,8 @@ public:
     void SetStorage(graph_ptr<IGraphStorage> given_storage);
 
     /// Duty    a layout that remembers what it has drawn holds nodes, and these hold the store that
-    ///         holds the layout: give a graph's own layout as a handle that does not own it, or take
-    ///         it away again before the graph goes
+    ///         holds the layout: give a graph's own layout as a handle that does not own it, or
+    ///         take it away again before the graph goes
     void SetDefaultLayout(graph_ptr2<ILayout> layout);
     void SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler);
     void SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler> handler);

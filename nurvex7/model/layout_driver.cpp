@@ -11,8 +11,7 @@ namespace {
 
 using node_list = std::vector<graph_ptr<INodeImpl>>;
 
-// Nodes to lay out, in the order in which they were entered; the walk runs backward. Ids beside the
-// list answer whether a node stands in it.
+// Nodes to lay out, in the order in which they were entered; the walk runs backward.
 struct work_list {
     node_list nodes;
     bool holds_root = false;
@@ -28,7 +27,8 @@ void check_and_insert(work_list& work, const graph_ptr<INodeImpl>& node) {
     work.nodes.push_back(node);
 }
 
-// Nodes whose sizes have to follow, owners before what they own.
+// Nodes whose sizes have to follow, owners before what they own. Ids beside the list answer whether
+// a node stands in it.
 struct resize_list {
     node_list nodes;
     std::unordered_set<int> behind_first; ///< ids of all nodes but the first
@@ -126,7 +126,7 @@ void _make_absolute(const Node& node) {
 
 } // namespace
 
-// The lists stay filled while the layouts run, so what these queue goes unseen.
+// Deliberate: the lists stay filled while the layouts run, so what these queue goes unseen.
 bool Graph::RecalculateLayout(tamsel7::IPainter* painter) {
     const graph_ptr<node_impl_set> to_make = vis->get_make_list();
     const graph_ptr<node_impl_set> to_update = vis->get_update_list();

@@ -166,12 +166,19 @@ EdgeSet::EdgeSet(graph_ptr<IGraphVis> store, graph_ptr<edge_impl_set> set)
 
 EdgeSet::~EdgeSet() = default;
 
+// A graph whose default layout was taken away leaves its nodes as they are.
 void _make_layout(Node node) {
-    node.GetLayout()->Make(node);
+    const graph_ptr2<ILayout> layout = node.GetLayout();
+    if (layout.get() != nullptr) {
+        layout->Make(node);
+    }
 }
 
 void _update_layout(Node node) {
-    node.GetLayout()->Update(node);
+    const graph_ptr2<ILayout> layout = node.GetLayout();
+    if (layout.get() != nullptr) {
+        layout->Update(node);
+    }
 }
 
 void _apply_resize_all(Node node) {

@@ -50,6 +50,7 @@ template <typename Functor>
 graph_ptr2<IGraphSet<NodeEdgePair>> collect(const Node& node, edge_end_t edge_end,
                                             node_edges_t node_edges) {
     graph_ptr2<pair_set> result(new pair_set, /*owns=*/true);
+    // Deliberate: what hangs in the air, inside a node that owns itself, has no neighbours.
     if (!node.IsDummy() && belongs_to_root(node.get_impl())) {
         ForEachNodeIn(node, Functor{result, node, edge_end, node_edges}, true, true);
         sort_pairs(*result);

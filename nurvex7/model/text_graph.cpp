@@ -49,7 +49,7 @@ private:
     static long long magnitude_of(std::string_view digits) {
         long long magnitude = 0;
         for (const char digit : digits) {
-            if (magnitude <= std::numeric_limits<int>::max()) {
+            if (magnitude <= 1LL + std::numeric_limits<int>::max()) {
                 magnitude = magnitude * 10 + (digit - '0');
             }
         }
@@ -219,7 +219,6 @@ void TextGraphLoader::show_path(std::size_t thread) {
 
 bool read_graph(TextGraphLoader& loader, std::istream& in) {
     std::string line;
-    std::getline(in, line); // the first line is the writer's own
     // A stream that fails before its end gives nothing more, so its failure counts as the end.
     while (in.good()) {
         std::getline(in, line);
@@ -269,6 +268,8 @@ EdgeLine ReadEdgeLine(const std::string& line) {
 }
 
 int Load(graph_ptr2<Graph> graph, std::istream& in) {
+    std::string title;
+    std::getline(in, title); // the first line is the writer's own
     Node root = graph->GetRoot();
     root.Remove();
     TextGraphLoader loader(root);

@@ -11,9 +11,11 @@ namespace nurvex7 {
 /// Replaces the content of a graph with what a sectioned text stream describes.
 ///
 /// 1 on success; 0 where an edge or an owner names a node that is not there, and the graph is empty
-/// then. Nodes with "Thread" in their caption switch to the thread view: only they and the path
-/// through their "main" children are shown.
+/// then. The first line is the writer's own and skipped. Nodes with "Thread" in their caption
+/// switch to the thread view: everything is hidden but these nodes, their children, and the
+/// children of each first child with "main" in its caption, from step to step.
 ///
+/// Order   an owner may come later in the file, the ends of an edge come before it
 /// Keeps   handlers, default layout and queues of the graph
 /// Queues  nothing: queue MakeLayout on the root afterwards
 /// Duty    no cycle among nodes with "main" in their caption below a "Thread" node: the thread view

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -55,6 +56,32 @@ TEST(IdMap, ReferencesStayValidWhileRecordsAreAdded) {
         map[id] = id;
     }
     EXPECT_EQ(&first, map.find(7));
+}
+
+TEST(IdMap, WhatDiesWithARecordMayAskForItAgain) {
+    struct Asking {
+        IdMap<std::shared_ptr<Asking>>* map;
+        bool* asked;
+        ~Asking() {
+            *asked = true;
+            (*map)[1] = nullptr;
+        }
+    };
+    bool asked = false;
+    IdMap<std::shared_ptr<Asking>> map;
+    map[1] = std::make_shared<Asking>(&map, &asked);
+    map.erase(1);
+    EXPECT_TRUE(asked);
+    EXPECT_NE(map.find(1), nullptr);
+}
+
+TEST(IdMap, MemoryFollowsTheRecordsThatAreLeft) {
+    IdMap<int> map;
+    for (int id = 0; id < 100'000; ++id) {
+        map[id] = id;
+        map.erase(id);
+    }
+    EXPECT_LT(map.get_page_count(), 20U);
 }
 
 TEST(IdMap, IdsAtTheEndsOfTheRangeWalkInOrder) {
