@@ -11,6 +11,11 @@ using tamsel7::_color;
 
 namespace {
 
+/// Letters of a caption that are shown. A leaf is as wide as its caption, so there has to be an
+/// end; a cluster is as wide as what it owns, and the painter cuts its caption to that.
+constexpr int LEAF_CAPTION = 32;
+constexpr int CLUSTER_CAPTION = 256;
+
 struct Palette {
     _color background;
     _color leaf_fill;
@@ -53,9 +58,9 @@ Palette dark() {
 Style::Style(Theme theme) {
     const Palette palette = theme == Theme::DARK ? dark() : light();
     background = palette.background;
-    leaf = make_handler({palette.leaf_fill, palette.leaf_border, palette.caption});
+    leaf = make_handler({palette.leaf_fill, palette.leaf_border, palette.caption}, LEAF_CAPTION);
     for (const auto& [fill, border] : palette.clusters) {
-        clusters.push_back(make_handler({fill, border, palette.cluster_caption}));
+        clusters.push_back(make_handler({fill, border, palette.cluster_caption}, CLUSTER_CAPTION));
     }
     edge = graph_ptr2<DummyEdgeHandler>(new DummyEdgeHandler, /*owns=*/true);
     edge->edge_color = palette.edge;
@@ -65,10 +70,11 @@ tamsel7::font Style::GetFont() const {
     return {"Arial", 4, 8, 0, 0, 1.0};
 }
 
-Style::NodeHandler Style::make_handler(const Look& look) const {
+Style::NodeHandler Style::make_handler(const Look& look, int longest_caption) const {
     NodeHandler handler(new SimpleNodeHandler, /*owns=*/true);
     CNodeDrawInfo& info = handler->drawer.info;
     info.node_font = GetFont();
+    info.max_caption_chars = longest_caption;
     info.fill_color_1 = info.fill_color_2 = look.fill;
     info.border_color = look.border;
     info.caption_color = look.caption;

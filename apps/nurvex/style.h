@@ -38,7 +38,7 @@ private:
         tamsel7::_color caption;
     };
 
-    NodeHandler make_handler(const Look& look) const;
+    NodeHandler make_handler(const Look& look, int longest_caption) const;
     const NodeHandler& cluster_handler(std::size_t depth) const;
 
     tamsel7::_color background;

@@ -35,6 +35,12 @@ QPen to_qt(const tamsel7::pen& tool) {
                 Qt::MiterJoin);
 }
 
+/// True where a line along an axis just goes on beyond its second point.
+bool goes_on(QPointF a, QPointF b, QPointF c) {
+    return (a.y() == b.y() && b.y() == c.y() && (b.x() - a.x()) * (c.x() - b.x()) > 0) ||
+           (a.x() == b.x() && b.x() == c.x() && (b.y() - a.y()) * (c.y() - b.y()) > 0);
+}
+
 /// A line whose last segment ends earlier. What is shorter than that loses the segment.
 QPolygonF shortened(QPolygonF line, double by) {
     QLineF last(line[line.size() - 2], line.last());
@@ -244,7 +250,9 @@ void QtPainter::MoveTo(double x, double y) {
 
 void QtPainter::LineTo(double x, double y) {
     const QPointF to = to_device(x, y);
-    if (line.isEmpty() || line.last() != to) {
+    if (line.size() > 1 && goes_on(line[line.size() - 2], line.last(), to)) {
+        line.last() = to;
+    } else if (line.isEmpty() || line.last() != to) {
         line.append(to);
     }
 }
