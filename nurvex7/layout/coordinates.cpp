@@ -47,6 +47,7 @@ double IncLayout::top_shift() const {
 // wide enough and does not lie left of x.
 //
 // Deliberate: `bottom` is the caller's and not set back for each column; only real nodes move it.
+// Deliberate: the gap behind the last column counts in the width of the owner.
 double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom) {
     double x_end = x;
     for (const Node& n : level_nodes[k]) {
@@ -86,7 +87,7 @@ namespace {
 /// The break list of an edge in one owner, by index from either end. A list that was built for
 /// another state of the graph can be shorter than the kind of its edge says, when the edge was
 /// added or shown since and meets a Resize: what it lacks is passed over, and the edge has no route
-/// until an Update or Make gives it one.
+/// until a layout makes it anew.
 class _BreakList {
 public:
     _BreakList(const Edge& edge, const Node& owner)
@@ -140,6 +141,7 @@ void IncLayout::place_normal_node(Node node, double x_start, double x_end, doubl
             b.with_last(1, put(left, ORDER_IN));
         }
     }
+    // Deliberate: hidden far ends are not left out of the edges that cross the border.
     for (const NodeEdgePair& pair : edges_in_of(node)) {
         _BreakList b(pair.edge, owner);
         b.with_last(2, put(x_start, ORDER_IN));

@@ -13,8 +13,10 @@ namespace nurvex7 {
 // Reads   level_nodes, neighbour lists; on entry the y of nodes without neighbours
 // Writes  the order along the levels 1 to L-2; y is the ordinal on its level and x is 0
 // Needs   place_nodes_on_levels before it
-// Leaves  the ports of levels 0 and L-1 where they are: no port ever influences an order
+// Leaves  the ports of levels 0 and L-1 where they are
 // Space   ordinals, until calculate_initial_y_coords
+//
+// Deliberate: no port ever influences an order.
 void IncLayout::barycentric_adjust() {
     if (level_nodes.size() < 2) {
         return;
@@ -73,7 +75,7 @@ bool NodeByAdjacentYComparator::operator()(const Node& a, const Node& b) const {
 }
 
 double NodeByAdjacentYComparator::key(const Node& node) const {
-    GraphSet<NodeEdgePair>& set = (*local_info)[node].*neighbour_set;
+    GraphSet<NodeEdgePair>& set = layout->local_info[node].*neighbour_set;
     if (set.empty()) {
         return node.GetPosition().y;
     }

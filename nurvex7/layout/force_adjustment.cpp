@@ -36,6 +36,7 @@ void IncLayout::force_adjust() {
     }
 }
 
+// Deliberate: the dummy nodes of level L-2 take no part; nothing behind them could straighten them.
 void IncLayout::straighten_dummy_runs(std::vector<Node>& level) {
     const auto is_real = [](const Node& n) { return !n.IsDummy(); };
     double lower = -DBL_MAX;

@@ -16,9 +16,9 @@ public:
     virtual ~ILayout();
     /// Draws what the owner owns, and everything inside it, from nothing.
     virtual void Make(Node owner) = 0;
-    /// Fits what is new into the drawing that stands.
+    /// Fits what is new into the drawing that stands. Duty: a Make came before.
     virtual void Update(Node owner) = 0;
-    /// Reacts to changed sizes of the owned nodes; places nothing new.
+    /// Reacts to changed sizes of the owned nodes; places nothing new. Duty: a Make came before.
     virtual void Resize(Node owner) = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "nurvex7/model/node.h"
 #include "nurvex7/model/structure_index.h"
 
+#include <climits>
 #include <map>
 #include <memory>
 #include <span>
@@ -14,6 +15,7 @@
 namespace nurvex7 {
 
 class Ordinals;
+struct NodeByAdjacentYComparator;
 
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
 enum class UpdateOutlook {
@@ -37,6 +39,8 @@ enum class UpdateOutlook {
 /// replace in the lists or call from phases of its own.
 ///
 /// Space   owner-relative, in all phases
+/// Keeps   the tables of an owner, and with them its nodes and their visual store, until the next
+///         Make of the owner or of the root; also after the graph is gone
 /// Duty    not for two graphs in turn: the tables of an owner are kept under its id, and the roots
 ///         of all graphs share the id 0. In an Update each new node has an old neighbour that was
 ///         visible, or its whole component is new.
@@ -67,6 +71,9 @@ public:
     void Update(Node owner) override;
     void Resize(Node owner) override;
 
+    /// The id of no node.
+    static constexpr int NOBODY = INT_MIN;
+
     /// Tells what an Update of an owner would meet now, in it and in every owner inside it.
     ///
     /// A new node is fitted in beside an old neighbour that was visible, or its whole component is
@@ -76,6 +83,7 @@ public:
 
 protected:
     friend class LayoutProbe;
+    friend struct NodeByAdjacentYComparator;
 
     using phase_t = void (IncLayout::*)();
     using node_store = GraphInfoStore<NodeInfo, EdgeInfo>;
@@ -91,6 +99,7 @@ protected:
     void enumerate_connectivity_component(std::vector<Node>* component);
     void _mark_edges(const Node& node);
     int _degree(std::span<const NodeEdgePair> set);
+    int _degree(graph_ptr2<IGraphSet<NodeEdgePair>> set);
     int _degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order order, bool both);
     void mark_reversed_edges(std::vector<Node>* list, bool by_order);
     void mark_levels(std::vector<Node>* list);
@@ -115,6 +124,7 @@ protected:
     void shift_level_table(int k, int longest);
     void place_new_nodes();
     bool _is_new(const Node& node);
+    bool is_new_edge(const Node& node, const NodeEdgePair& pair);
 
     // Crossing reduction (crossing_reduction.cpp)
     void barycentric_adjust();
@@ -209,6 +219,10 @@ protected:
     bool keep_hidden = false;                   ///< per object: hidden nodes hold their level
     tamsel7::size<double> result_size;          ///< per run: the finished drawing of the owner
 
+    /// A derived layout sets it where nothing of its own has to hear of an owner before its inside:
+    /// nests of any depth are then served without deep calls, as in this class itself.
+    bool serves_nests_flat = false;
+
 private:
     /// Holds the answers of the structure queries for the length of an outermost run.
     class KeptAnswers {
@@ -234,13 +248,14 @@ private:
     void take_old_drawing_back(const Node& owner);
 
     void raise_levels(const std::vector<Node>& sources, int level);
+    const IncLayout* layout_that_serves(const Node& node) const;
 
     template <typename F>
     void sweep(F f);
 
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
-    const Node* served = nullptr;              ///< the owner whose inside has been served already
+    int served_id = NOBODY;                    ///< the owner whose inside has been served already
 };
 
 /// The order of two nodes by y, for stable sorts.
@@ -250,23 +265,20 @@ struct NodeByYComparator {
     }
 };
 
-/// The order of the nodes of one level by the mean y of their neighbours on the next one.
-class NURVEX7_API NodeByAdjacentYComparator {
-public:
-    NodeByAdjacentYComparator(GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>* info,
-                              GraphSet<NodeEdgePair> LocalNodeInfo::*set)
-        : local_info(info), neighbour_set(set) {}
+/// The order of the nodes of one level by the mean y of their neighbours on the next one: what the
+/// sweeps of the crossing reduction sort by, for derived layouts that sort themselves.
+struct NURVEX7_API NodeByAdjacentYComparator {
     bool operator()(const Node& a, const Node& b) const;
 
     /// The mean y of the node's neighbours; its own y where it has none.
     double key(const Node& node) const;
 
-private:
-    GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>* local_info;
+    IncLayout* layout;
     GraphSet<NodeEdgePair> LocalNodeInfo::*neighbour_set;
 };
 
-/// True where the key of an opened room lies below a y: which rooms push a node.
+/// True where a room was opened below a y, at a greater one; such a room does not push what stands
+/// there.
 NURVEX7_API bool first_greater_p(std::pair<double, double> entry, double y);
 
 } // namespace nurvex7

@@ -58,8 +58,10 @@ public:
     using node_entry = std::pair<const Node, N>;
     using edge_entry = std::pair<const Edge, E>;
 
-    /// The record, made from the default where there is none: asking leaves an entry behind, and
-    /// nothing depends on the size of the store.
+    /// The record, made from the default where there is none.
+    ///
+    /// Deliberate: asking leaves an entry behind. What the store of an owner holds is what the next
+    /// Update takes back to its owner's coordinates.
     N& GetInfo(const Node& node) {
         return node_info.find_or_make(node.GetID(), node, default_node).second;
     }

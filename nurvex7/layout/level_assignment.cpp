@@ -18,7 +18,8 @@ namespace nurvex7 {
 // Reads   nodes, the graph
 // Writes  visited, order of local_info; reversed, flat, marked of edges; level in cur_info
 // Needs   empty local_info
-// Leaves  every level at 1 or above; reversed and flat judged by level
+// Leaves  levels from 1 on; reversed and flat judged by level. A node that only the far end of an
+//         edge knows about, as removals can leave it, may stay on -1
 // Space   none
 void IncLayout::determine_levels() {
     std::vector<std::vector<Node>> components;
@@ -158,7 +159,7 @@ private:
     int count() const { return static_cast<int>(members.size()); }
     Member& at(int i) { return members[static_cast<std::size_t>(i)]; }
 
-    // Sources share the number 0: they cannot be joined to each other.
+    // Deliberate: all sources share the number 0. They cannot be joined to each other.
     void first_sweep() {
         for (int i = 0; i < count(); ++i) {
             if (at(i).is_source) {
@@ -241,12 +242,13 @@ void IncLayout::enumerate_connectivity_component(std::vector<Node>* component) {
             const int edge = place.find_or_make(pair.edge.GetID(), known);
             if (edge == known) {
                 enumeration.edges.emplace_back();
+                enumeration.edges.back().marked = local_info[pair.edge].marked;
             }
             enumeration.members[i].edges.push_back(edge);
             // The first edge to a neighbour stands for it, whatever becomes of the others.
             if ((last == nullptr || *last != pair.node) && !passed_over(pair.node)) {
                 enumeration.edges[static_cast<std::size_t>(edge)].*end = static_cast<int>(i);
-                ++(enumeration.members[i].*side);
+                enumeration.members[i].*side += local_info[pair.edge].marked ? 0 : 1;
             }
             last = &pair.node;
         }
@@ -272,6 +274,14 @@ void IncLayout::_mark_edges(const Node& node) {
     for (const NodeEdgePair& pair : children_of(node)) {
         local_info[pair.edge].marked = true;
     }
+}
+
+int IncLayout::_degree(graph_ptr2<IGraphSet<NodeEdgePair>> set) {
+    std::vector<NodeEdgePair> pairs;
+    for (int i = 0; i < set->GetCount(); ++i) {
+        pairs.push_back(set->GetItem(i));
+    }
+    return _degree(std::span<const NodeEdgePair>(pairs));
 }
 
 int IncLayout::_degree(std::span<const NodeEdgePair> set) {

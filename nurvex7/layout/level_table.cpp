@@ -33,8 +33,11 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // Reads   nodes, flags, break nodes
 // Writes  is_old, was_hidden of nodes, dummy nodes and edges in cur_info
 // Needs   the finished drawing
-// Leaves  edges that cross the border of the owner unmarked, and their dummy nodes too
+// Leaves  the marks of hidden ends' edges off
 // Space   none
+//
+// Deliberate: edges that cross the border of the owner are never marked, nor their dummy nodes; the
+// next run leaves them where they stand.
 void IncLayout::mark_old() {
     for (const Node& n : nodes) {
         if (passed_over(n)) {
@@ -75,6 +78,11 @@ void IncLayout::resize_epilogue() {
 bool IncLayout::_is_new(const Node& node) {
     const NodeInfo& old = old_info[node];
     return !old.is_old || old.was_hidden;
+}
+
+// An edge that was recorded while an end of it had no level yet never got a chain.
+bool IncLayout::is_new_edge(const Node& n, const NodeEdgePair& pair) {
+    return !old_info[pair.edge].is_old || old_info[n].level < 0 || old_info[pair.node].level < 0;
 }
 
 // Records that a stands before b on the edge; a is on the lower level.
@@ -118,8 +126,8 @@ void IncLayout::shift_old_levels() {
         [k](int, node_store::node_entry& entry) { entry.second.level += k; });
 }
 
-// The x ranges are not carried along: they belong to other levels now, so all columns of this run
-// are placed afresh.
+// Deliberate: the x ranges are not carried along: they belong to other levels now, so all columns
+// of this run are placed afresh.
 void IncLayout::shift_level_table(int k, int longest) {
     const std::size_t length = cur_levels->size() + static_cast<std::size_t>(k);
     cur_levels->forget_length();
@@ -142,7 +150,7 @@ void IncLayout::place_new_nodes() {
             insert_dummy_nodes_inout(n, ORDER_OUT);
         }
         for (const NodeEdgePair& pair : children_of(n)) {
-            if (!IsFlagSet(pair.node, NODE_HIDDEN) && !old_info[pair.edge].is_old) {
+            if (!IsFlagSet(pair.node, NODE_HIDDEN) && is_new_edge(n, pair)) {
                 insert_dummy_nodes_between(n, pair.node, pair.edge);
             }
         }

@@ -3,6 +3,7 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/queries.h"
 
+#include <typeinfo>
 #include <utility>
 
 namespace nurvex7 {
@@ -22,6 +23,22 @@ IncLayout::KeptAnswers::~KeptAnswers() {
     }
 }
 
+namespace {
+
+/// Names the owner whose inside has been served, for the length of its call.
+class ServedMark {
+public:
+    ServedMark(int& mark, int id) : marked(mark) { marked = id; }
+    ~ServedMark() { marked = IncLayout::NOBODY; }
+    ServedMark(const ServedMark&) = delete;
+    ServedMark& operator=(const ServedMark&) = delete;
+
+private:
+    int& marked;
+};
+
+} // namespace
+
 bool IncLayout::take_size_of_leaf(Node& owner) {
     if (owner.GetOwned().GetCount() != 0) {
         return false;
@@ -35,14 +52,17 @@ bool IncLayout::take_size_of_leaf(Node& owner) {
 }
 
 // Serves everything inside an owner before the owner itself, innermost first, by the layout that
-// each node answers to. Nests can be thousands of owners deep, so the walk keeps its own stack:
-// nodes that answer to this object are served one by one, each finding its inside done already; a
-// node with a layout of its own is handed to it whole.
+// each node answers to. A node with a layout of its own is handed to it whole.
+//
+// Nests can be thousands of owners deep, so nodes that answer to this object are not served from
+// within the call of their owner: the walk keeps its own stack, and each node finds its inside done
+// when its turn comes. A derived layout may have put something before Make or Update that has to
+// hear of an owner before its inside; it is called from within, unless it says that it has not.
 void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
-    const Node* const inside_done = std::exchange(served, nullptr);
-    if (inside_done != nullptr && *inside_done == owner) {
+    if (std::exchange(served_id, NOBODY) == owner.GetID()) {
         return;
     }
+    const bool from_outside = serves_nests_flat || typeid(*this) == typeid(IncLayout);
     struct Frame {
         Node node;
         NodeSet owned;
@@ -54,8 +74,11 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
         Frame& frame = open.back();
         if (frame.next < frame.owned.GetCount()) {
             const Node inner = frame.owned.GetItem(frame.next++);
-            const graph_ptr2<ILayout> layout = inner.GetLayout();
-            if (layout.get() != this) {
+            const bool own_layout = inner.GetLayout().get() != this;
+            if (inner == frame.node) {
+                continue; // a node that owns itself has no inside to go into
+            }
+            if (own_layout || !from_outside) {
                 serve(inner);
             } else {
                 open.push_back(Frame{inner, inner.GetOwned(), 0});
@@ -65,9 +88,8 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
         const Node done = frame.node;
         open.pop_back();
         if (!open.empty()) {
-            served = &done;
+            const ServedMark mark(served_id, done.GetID());
             serve(done);
-            served = nullptr;
         }
     }
 }

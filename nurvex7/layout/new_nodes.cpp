@@ -65,7 +65,7 @@ void IncLayout::calculate_new_nodes_y_coords() {
     }
 }
 
-// From the first new node on all nodes of a level count as new, whatever they are.
+// Deliberate: from the first new node on all nodes of a level count as new, whatever they are.
 void IncLayout::place_new_nodes_of(std::vector<Node>& level, node_iterator first) {
     std::vector<FreeSpace> spaces = free_spaces(level.begin(), first);
     std::vector<std::vector<Node>> planned(spaces.size());

@@ -50,8 +50,7 @@ void IncLayout::restore_old_dummy(const Node& n) {
     const Node owner = n.GetOwner();
     for (const NodeEdgePair& pair : children_of(n)) {
         const int head_level = old_info[pair.node].level;
-        if (IsFlagSet(pair.node, NODE_HIDDEN) || !old_info[pair.edge].is_old ||
-            head_level == level) {
+        if (IsFlagSet(pair.node, NODE_HIDDEN) || is_new_edge(n, pair) || head_level == level) {
             continue;
         }
         const bool reversed = head_level < level;

@@ -14,6 +14,9 @@ public:
     using local_store = GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>;
 
     /// Gathers the levels 1 to L-2: no port is ever looked at.
+    ///
+    /// Deliberate: a node without neighbours brings the y of an earlier drawing into the first
+    /// sort as it stands, unscaled, beside means of ordinals.
     Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_store& local_info);
 
     /// Numbers a level 0, 1, 2, ... in its order.

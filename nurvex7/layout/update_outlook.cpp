@@ -109,14 +109,24 @@ UpdateOutlook IncLayout::LookAhead(const Node& owner) const {
     const StructureIndex answers(owner);
     UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
     for (const Node& n : answers.GetNodes()) {
-        if (n.GetOwned().GetCount() == 0) {
+        const IncLayout* const serving = n == owner ? this : layout_that_serves(n);
+        if (serving == nullptr || n.GetOwned().GetCount() == 0) {
             continue;
         }
-        const auto found = cluster_info.find(n);
-        const node_store* const records = found != cluster_info.end() ? &found->second : nullptr;
-        outlook = std::max(outlook, _Outlook(records, answers, keep_hidden).of(n));
+        const auto found = serving->cluster_info.find(n);
+        const node_store* const records =
+            found != serving->cluster_info.end() ? &found->second : nullptr;
+        outlook = std::max(outlook, _Outlook(records, answers, serving->keep_hidden).of(n));
     }
     return outlook;
+}
+
+// Asked without making a record, as Node::GetLayout would. Null where it is a layout of another
+// kind, whose conduct is its own.
+const IncLayout* IncLayout::layout_that_serves(const Node& node) const {
+    const auto* const store = dynamic_cast<const DefaultGraphVis*>(node.get_vis().get());
+    const ILayout* const layout = store != nullptr ? store->find_layout(node.GetID()) : nullptr;
+    return dynamic_cast<const IncLayout*>(layout);
 }
 
 } // namespace nurvex7

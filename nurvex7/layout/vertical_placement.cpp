@@ -11,6 +11,9 @@ namespace nurvex7 {
 // The room that a node takes along its level. A dummy node is as tall as the line that passes
 // through it; a real node is taller by a track for each edge that is routed around it, all tracks
 // reckoned with the width of one of its edges.
+//
+// Deliberate: in an Update the tracks are those of new edges only; old ones are routed over what is
+// there, so that the old drawing of the node is not disturbed.
 double IncLayout::_get_height(const Node& node) {
     if (node.IsDummy()) {
         const Edge e = node.GetEdgesOut().GetItem(0);

@@ -114,6 +114,12 @@ graph_ptr2<ILayout> DefaultGraphVis::get_node_layout(graph_ptr<INodeImpl> node) 
     return info.layout.get() != nullptr ? info.layout : default_layout;
 }
 
+const ILayout* DefaultGraphVis::find_layout(int node_id) const {
+    const NodeVisInfo* const info = node_map.find(node_id);
+    const bool has_own = info != nullptr && info->layout.get() != nullptr;
+    return has_own ? info->layout.get() : default_layout.get();
+}
+
 void DefaultGraphVis::set_node_layout(graph_ptr<INodeImpl> node, graph_ptr2<ILayout> layout) {
     if (node.get() != nullptr) {
         record_of(node->get_id()).layout = layout;

@@ -163,6 +163,8 @@ public:
     graph_ptr<node_impl_set> get_resize_list() override;
     void clear_resize_list() override;
 
+    /// The layout that get_node_layout would give, asked without making a record. Null for none.
+    const ILayout* find_layout(int node_id) const;
     /// How many node records the store holds, break nodes included.
     std::size_t get_node_record_count() const { return node_map.size(); }
 

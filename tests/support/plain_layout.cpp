@@ -165,6 +165,12 @@ bool PlainLayout::is_new(const Node& node) {
     return !was_shown(node);
 }
 
+// An edge of an end that had no level when it was marked has never had a route.
+bool PlainLayout::is_old_edge(const Node& node, const NodeEdgePair& pair) {
+    return old_info.edge_is_old[pair.edge] && old_info.of_node[node].level >= 0 &&
+           old_info.of_node[pair.node].level >= 0;
+}
+
 bool PlainLayout::was_shown(const Node& node) {
     const NodeRecord& old = old_info.of_node[node];
     return old.is_old && !old.was_hidden;
@@ -231,7 +237,7 @@ void PlainLayout::restore_old_dummy(const Node& node) {
     const int level = old_info.of_node[node].level;
     for (const NodeEdgePair& pair : children_of(node)) {
         const int child_level = old_info.of_node[pair.node].level;
-        if (hidden(pair.node) || !old_info.edge_is_old[pair.edge] || child_level == level) {
+        if (hidden(pair.node) || !is_old_edge(node, pair) || child_level == level) {
             continue;
         }
         const level_list bends = items(pair.edge.GetBreakNodesIn(node.GetOwner()));

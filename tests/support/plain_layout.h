@@ -80,6 +80,7 @@ private:
 
     bool skipped(const Node& node) const;
     bool is_new(const Node& node);
+    bool is_old_edge(const Node& node, const NodeEdgePair& pair);
     bool was_shown(const Node& node);
 
     void determine_levels();

@@ -347,7 +347,7 @@ void PlainLayout::place_new_nodes() {
             insert_dummy_nodes_inout(node, false);
         }
         for (const NodeEdgePair& pair : children_of(node)) {
-            if (!hidden(pair.node) && !old_info.edge_is_old[pair.edge]) {
+            if (!hidden(pair.node) && !is_old_edge(node, pair)) {
                 insert_dummy_nodes_between(node, pair.node, pair.edge);
             }
         }
