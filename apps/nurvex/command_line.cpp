@@ -37,10 +37,10 @@ Usage: nurvex draw FILE -o OUT [options]
 
 Options:
   --scale S          magnifies the picture (SVG and PDF: 1; PNG: 2, or what fits)
-  --level-gap N      room between two levels (30)
-  --node-gap N       room between two nodes of a level (12)
-  --edge-gap N       room between two edges side by side (2)
-  --edge-margin N    length of the straight piece of an edge beside its node (5)
+  --level-gap N      room between two levels (36)
+  --node-gap N       room between two nodes of a level (14)
+  --edge-gap N       room between two edges side by side (4)
+  --edge-margin N    length of the straight piece of an edge beside its node (10)
   --dark             light lines on a dark ground
   -h, --help         this text
 
@@ -142,15 +142,15 @@ void take_file(const Words& words, std::string& file) {
 
 double* find_spacing(DrawOptions& options, const Words& words) {
     if (words.Is("--level-gap")) {
-        return &options.level_gap;
+        return &options.spacing.level_gap;
     }
     if (words.Is("--node-gap")) {
-        return &options.node_gap;
+        return &options.spacing.node_gap;
     }
     if (words.Is("--edge-gap")) {
-        return &options.edge_gap;
+        return &options.spacing.edge_gap;
     }
-    return words.Is("--edge-margin") ? &options.edge_margin : nullptr;
+    return words.Is("--edge-margin") ? &options.spacing.edge_margin : nullptr;
 }
 
 double take_scale(Words& words) {

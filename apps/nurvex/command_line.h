@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/nurvex/spacing.h"
+
 #include <optional>
 #include <string>
 #include <variant>
@@ -12,10 +14,7 @@ struct DrawOptions {
     std::string input;
     std::string output;
     std::optional<double> scale; ///< what the format takes by itself where it is empty
-    double level_gap = 30;
-    double node_gap = 12;
-    double edge_gap = 2;
-    double edge_margin = 5;
+    Spacing spacing;
     bool dark = false;
 };
 

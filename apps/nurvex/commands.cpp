@@ -62,9 +62,8 @@ void RunDraw(const DrawOptions& options) {
     const QGuiApplication application(no_words, nullptr);
 
     progress.SetStage("laying out");
-    const Drawing drawing(
-        graph, {options.level_gap, options.node_gap, options.edge_gap, options.edge_margin},
-        options.dark ? Style::Theme::DARK : Style::Theme::LIGHT);
+    const Drawing drawing(graph, options.spacing,
+                          options.dark ? Style::Theme::DARK : Style::Theme::LIGHT);
     progress.SetStage("drawing");
     const std::string remark = picture.Write(drawing, options.scale, file.GetTitle());
     progress.Stop();

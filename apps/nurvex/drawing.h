@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/nurvex/spacing.h"
 #include "apps/nurvex/style.h"
 #include "hosts/qt/qt_painter.h"
 #include "nurvex7/model/graph.h"
@@ -11,14 +12,6 @@
 #include <vector>
 
 namespace nurvex {
-
-/// The distances that a layout keeps. Space: graph.
-struct Spacing {
-    double level_gap = 30;
-    double node_gap = 12;
-    double edge_gap = 2;
-    double edge_margin = 5;
-};
 
 /// A graph laid out once, to be painted as often as needed.
 class Drawing {
