@@ -63,9 +63,9 @@ class GraphSet : public IGraphSet<T> {
 public:
     GraphSet() = default;
     GraphSet(const GraphSet& other)
-        : IGraphSet<T>(other), front(other.front), looks(other.looks), items(other.items),
-          gaps(other.gaps != nullptr ? std::make_unique<gap_index>(*other.gaps) : nullptr),
-          sorted(other.sorted) {}
+        : IGraphSet<T>(other), front(other.front), looks(other.looks), sorted(other.sorted),
+          items(other.items),
+          gaps(other.gaps != nullptr ? std::make_unique<gap_index>(*other.gaps) : nullptr) {}
     GraphSet(GraphSet&& other) noexcept { swap(other); }
     GraphSet& operator=(GraphSet other) noexcept {
         swap(other);
@@ -227,9 +227,9 @@ private:
 
     std::uint32_t front = 0; ///< slots before it are spent
     std::uint32_t looks = 0; ///< since the gaps were opened
+    bool sorted = false;
     std::vector<T> items;
     std::unique_ptr<gap_index> gaps; ///< null while the items stand side by side
-    bool sorted = false;
 };
 
 /// Removes x as every owner of a set does.

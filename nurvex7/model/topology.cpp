@@ -36,6 +36,21 @@ bool _may_own(const graph_ptr<INodeImpl>& new_owner, int node_id) {
     return above.get() != nullptr;
 }
 
+// Most nodes are never asked for their neighbours, and a graph may have millions of nodes: the set
+// is made for the first who asks. It is emptied and never replaced, as views of it stay live.
+bool _is_to_fill(graph_ptr<node_impl_vector>& cache) {
+    if (cache.get() == nullptr) {
+        cache = new node_impl_vector;
+    }
+    return cache->empty();
+}
+
+void _forget(const graph_ptr<node_impl_vector>& cache) {
+    if (cache.get() != nullptr) {
+        cache->clear();
+    }
+}
+
 template <typename T>
 T _take_first(GraphSet<T>& set) {
     T first = set.GetItem(0);
@@ -57,8 +72,8 @@ void _bury(DefaultNodeImpl& node) {
     node.owned->clear();
     node.edges_out->clear();
     node.edges_in->clear();
-    node.parents_cache->clear();
-    node.children_cache->clear();
+    _forget(node.parents_cache);
+    _forget(node.children_cache);
 }
 
 // Deletes everything in a set of owned nodes, each node after its own inside. The open nodes stand
@@ -158,7 +173,6 @@ int DefaultNodeImpl::current_id = 1;
 
 DefaultNodeImpl::DefaultNodeImpl(graph_ptr<INodeImpl> owned_by)
     : id(current_id++), edges_out(new edge_impl_vector), edges_in(new edge_impl_vector),
-      parents_cache(new node_impl_vector), children_cache(new node_impl_vector),
       owner(std::move(owned_by)) {}
 
 int DefaultNodeImpl::get_id() const {
@@ -190,14 +204,14 @@ void DefaultNodeImpl::set_condition(int flags) {
 }
 
 graph_ptr<node_impl_set> DefaultNodeImpl::get_parents() {
-    if (parents_cache->empty()) {
+    if (_is_to_fill(parents_cache)) {
         get_neighbours(*edges_in, &IEdgeImpl::from, *parents_cache);
     }
     return parents_cache;
 }
 
 graph_ptr<node_impl_set> DefaultNodeImpl::get_children() {
-    if (children_cache->empty()) {
+    if (_is_to_fill(children_cache)) {
         get_neighbours(*edges_out, &IEdgeImpl::to, *children_cache);
     }
     return children_cache;
@@ -218,9 +232,9 @@ graph_ptr<IEdgeImpl> DefaultNodeImpl::link_to(graph_ptr<INodeImpl> target) {
     }
     graph_ptr<IEdgeImpl> edge(new DefaultEdgeImpl(this, target));
     edges_out->push_back(edge);
-    children_cache->clear();
+    _forget(children_cache);
     to->edges_in->push_back(edge);
-    to->parents_cache->clear();
+    _forget(to->parents_cache);
     return edge;
 }
 
@@ -269,7 +283,7 @@ void DefaultNodeImpl::delete_node() {
 void DefaultNodeImpl::delete_edge_from(graph_ptr<IEdgeImpl> edge) {
     if (DefaultNodeImpl* const from = _real_node(edge->from())) {
         erase_found(*from->edges_out, edge);
-        from->children_cache->clear();
+        _forget(from->children_cache);
     }
     edge->remove();
 }
@@ -278,13 +292,13 @@ void DefaultNodeImpl::delete_edge_from(graph_ptr<IEdgeImpl> edge) {
 void DefaultNodeImpl::delete_edge_to(graph_ptr<IEdgeImpl> edge) {
     if (DefaultNodeImpl* const to = _real_node(edge->to())) {
         erase_found(*to->edges_in, edge);
-        to->parents_cache->clear();
+        _forget(to->parents_cache);
     }
 }
 
 void DefaultNodeImpl::remove_edge(graph_ptr<IEdgeImpl> edge) {
     erase_found(*edges_out, edge);
-    children_cache->clear();
+    _forget(children_cache);
     delete_edge_to(edge);
 }
 

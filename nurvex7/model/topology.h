@@ -169,8 +169,8 @@ public:
     std::string caption;
     graph_ptr<edge_impl_vector> edges_out;
     graph_ptr<edge_impl_vector> edges_in;
-    graph_ptr<node_impl_vector> parents_cache;
-    graph_ptr<node_impl_vector> children_cache;
+    graph_ptr<node_impl_vector> parents_cache;  ///< null until first asked for
+    graph_ptr<node_impl_vector> children_cache; ///< likewise
     graph_ptr<INodeImpl> owner;
 };
 

@@ -89,8 +89,8 @@ NodeVisInfo& DefaultGraphVis::record_of(int id) {
 }
 
 // Break nodes come and go with every layout, and nobody removes their records. One that nobody but
-// its record holds can never be asked for again. The next sweep waits until the records have
-// doubled, which spreads its cost.
+// its record holds can never be asked for again. The next sweep waits until there are twice as
+// many, or half as many as all records together, which spreads the cost of looking at each.
 void DefaultGraphVis::sweep_unreachable_break_nodes() {
     node_map.erase_if([&](int id, const NodeVisInfo& info) {
         const bool unreachable =
@@ -100,7 +100,7 @@ void DefaultGraphVis::sweep_unreachable_break_nodes() {
         break_node_records -= unreachable ? 1U : 0U;
         return unreachable;
     });
-    sweep_at = std::max(FIRST_SWEEP, 2 * break_node_records);
+    sweep_at = std::max({FIRST_SWEEP, 2 * break_node_records, node_map.size() / 2});
 }
 
 // Layouts and handlers
