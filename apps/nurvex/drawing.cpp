@@ -55,11 +55,13 @@ void Drawing::lay_out(const Spacing& spacing) {
     painter.BeginPaint(IPainter::StdSettings::STANDARD);
     painter.SetFont(style.GetFont());
     style.Dress(graph, &painter);
-    // A layout of its own: the shared one has spacing of its own.
+    // A layout of its own: the shared one has spacing of its own. It goes once it is done, for it
+    // keeps nodes, and these keep the store that would keep it.
     graph->SetDefaultLayout(graph_ptr2<IncLayout>(
         new IncLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin),
         /*owns=*/true));
     graph->RecalculateLayout(&painter);
+    graph->SetDefaultLayout(GetDefaultLayout());
     painter.EndPaint();
     style.Dress(graph, nullptr);
 }
