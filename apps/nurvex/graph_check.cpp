@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -19,10 +20,6 @@ using nurvex7::TextSection;
 namespace {
 
 constexpr int NONE = -1;
-
-std::string number(long long value) {
-    return std::to_string(value);
-}
 
 bool holds(std::string_view text, std::string_view word) {
     return text.find(word) != std::string_view::npos;
@@ -92,7 +89,11 @@ private:
     }
     template <typename... Parts>
     void report_at(std::size_t at, const Parts&... parts) {
-        faults.add(at, [&] { return (std::string() + ... + parts); });
+        faults.add(at, [&] {
+            std::ostringstream message;
+            (message << ... << parts);
+            return std::move(message).str();
+        });
     }
 
     void check_first_line(const std::string& text);
@@ -290,10 +291,10 @@ void TextGraphCheck::add_node(const NodeLine& node, int owner_id) {
                      holds(node.caption, "Thread")});
     if (!is_first) {
         const std::size_t first_line = nodes[static_cast<std::size_t>(first->second)].line;
-        report("the id ", number(node.id), " is taken by the node of line ",
-               std::to_string(first_line), "; choose another number");
+        report("the id ", node.id, " is taken by the node of line ", first_line,
+               "; choose another number");
     } else if (owner_id == node.id && owner_id != 0) {
-        report("node ", number(node.id), " is its own owner; name another owner, or 0 for none");
+        report("node ", node.id, " is its own owner; name another owner, or 0 for none");
     }
 }
 
@@ -330,10 +331,9 @@ int TextGraphCheck::find_end(int id, bool is_source) {
 
 bool TextGraphCheck::check_number(const Field& field, std::string_view what) {
     if (field.state == FieldState::MALFORMED) {
-        report(std::string(what), " is ", shown(field.text), ", which is no whole number");
+        report(what, " is ", shown(field.text), ", which is no whole number");
     } else if (field.state == FieldState::TOO_LARGE) {
-        report(std::string(what), " is ", shown(field.text),
-               "; numbers go from -2147483648 to 2147483647");
+        report(what, " is ", shown(field.text), "; numbers go from -2147483648 to 2147483647");
     }
     return field.state == FieldState::FINE;
 }
@@ -347,7 +347,7 @@ int TextGraphCheck::find(int id) const {
 
 void TextGraphCheck::check_whole() {
     if (carriage_count > 0) {
-        report_at(carriage_line, "carriage returns end ", std::to_string(carriage_count),
+        report_at(carriage_line, "carriage returns end ", carriage_count,
                   carriage_count == 1 ? " line" : " lines",
                   ", this one first; save the file with newlines alone");
     }
@@ -367,13 +367,12 @@ void TextGraphCheck::check_loose_ends() {
         const int later = find(end.id);
         const std::string_view verb = end.is_source ? "edge starts at node " : "edge ends at node ";
         if (later == NONE) {
-            report_at(end.line, std::string(verb), number(end.id),
+            report_at(end.line, verb, end.id,
                       ", which no line above defines; add the node or correct the number");
         } else {
             const std::size_t later_line = nodes[static_cast<std::size_t>(later)].line;
-            report_at(end.line, std::string(verb), number(end.id),
-                      ", which no line above defines, only line ", std::to_string(later_line),
-                      " below; move the edge below its nodes");
+            report_at(end.line, verb, end.id, ", which no line above defines, only line ",
+                      later_line, " below; move the edge below its nodes");
         }
     }
 }
@@ -389,8 +388,7 @@ void TextGraphCheck::check_owners() {
         owner_of[i] = find(node.owner_id);
         owned.push_back(static_cast<int>(i));
         if (owner_of[i] == NONE) {
-            report_at(node.line, "the owner of node ", number(node.id), " is node ",
-                      number(node.owner_id),
+            report_at(node.line, "the owner of node ", node.id, " is node ", node.owner_id,
                       ", which no line defines; add the node, correct the number, or write 0 for a "
                       "node at the top");
         }
@@ -398,11 +396,10 @@ void TextGraphCheck::check_owners() {
     find_cycles(owner_of, owned, [&](const std::vector<int>& members) {
         const CheckedNode& first =
             nodes[static_cast<std::size_t>(*std::min_element(members.begin(), members.end()))];
-        report_at(first.line, "node ", number(first.id),
+        report_at(first.line, "node ", first.id,
                   " is inside itself: following its owners "
                   "leads back to it over ",
-                  std::to_string(members.size() - 1),
-                  members.size() == 2 ? " other node" : " other nodes",
+                  members.size() - 1, members.size() == 2 ? " other node" : " other nodes",
                   "; give one of them another owner");
     });
 }
@@ -423,8 +420,7 @@ void TextGraphCheck::check_threads() {
             nodes[static_cast<std::size_t>(*std::min_element(members.begin(), members.end()))];
         report_at(first.line,
                   "the path of \"main\" nodes below a \"Thread\" node comes back to node ",
-                  number(first.id), " after ", std::to_string(members.size()),
-                  members.size() == 1 ? " edge" : " edges",
+                  first.id, " after ", members.size(), members.size() == 1 ? " edge" : " edges",
                   " and would be followed for ever; remove one of its edges or rename the node");
     });
 }
