@@ -91,6 +91,10 @@ TEST_F(BreakNodes, ARouteThatDidNotChangeIsTheSameSet) {
     EXPECT_EQ(route->GetCount(), 2) << "who walks the old route keeps it whole";
     record->remove_break_nodes_in(0);
     EXPECT_EQ(record->get_break_nodes()->GetCount(), 0);
+    record->add_break_nodes_in(0, 1);
+    EXPECT_EQ(record->get_break_nodes()->GetCount(), 1);
+    record->remove_break_nodes();
+    EXPECT_EQ(record->get_break_nodes()->GetCount(), 0);
 }
 
 // Outward from the source as far as the outermost owner with a run, then inward to the target.

@@ -77,7 +77,11 @@ TEST_F(HitTest, OfTheSurroundingClustersOnlyTheInnermostCount) {
         {"a touch of a corner from outside", {-5, -5, 0, 0}, "root"},
         {"beside everything", {201, 0, 300, 10}, ""},
         {"above everything", {0, -9, 10, -1}, ""},
-        {"a click on the border cuts", {10, 50, 10, 50}, "outer root"},
+        {"a click on the left border cuts", {10, 50, 10, 50}, "outer root"},
+        {"a click on the top border", {60, 10, 60, 10}, "outer root"},
+        {"a click on the right border", {110, 50, 110, 50}, "outer root"},
+        {"a click on the bottom border", {60, 90, 60, 90}, "outer root"},
+        {"a touch from below", {150, 100, 160, 120}, "root"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(nodes(c.area.left, c.area.top, c.area.right, c.area.bottom), c.hits) << c.name;
@@ -127,6 +131,9 @@ TEST_F(HitTest, ASegmentIsHitWhereItMeetsTheRectangle) {
         {"past the corner", {0, 18}, {18, 0}, false},
         {"through the lower right corner", {13, 28}, {28, 13}, false},
         {"cuts off the lower right corner", {12, 26}, {26, 12}, true},
+        {"cuts off the lower left corner", {5, 12}, {17, 24}, true},
+        {"right of it, pointing at its right side", {25, 12}, {40, 14}, false},
+        {"below it, pointing at its top", {12, 25}, {14, 40}, false},
         {"a single point beside", {5, 15}, {5, 15}, false},
     };
     for (const auto& c : cases) {

@@ -179,6 +179,8 @@ struct twins {
                 real_edges[e]->remove();
                 plain_edges[e]->remove();
             }
+        } else if (kind >= 92) {
+            compare_neighbours(a); // of removed nodes too
         } else if (!is_left(a) || !is_left(b)) {
             return;
         } else if (kind < 30) {
@@ -192,12 +194,8 @@ struct twins {
                 real_nodes[a]->set_owner(real_nodes[b]);
                 plain_nodes[a]->set_owner(plain_nodes[b]);
             }
-        } else if (kind < 92) {
-            if (a != 0 || (root_may_go && below(20) == 0)) {
-                remove_node(a);
-            }
-        } else {
-            compare_neighbours(a);
+        } else if (a != 0 || (root_may_go && below(20) == 0)) {
+            remove_node(a);
         }
     }
     void compare_neighbours(std::size_t i) {

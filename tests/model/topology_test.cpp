@@ -156,6 +156,18 @@ TEST_F(Topology, ARemovedOwnerTakesItsInsideAlong) {
     EXPECT_EQ(captions(add("again")->get_owner()->get_owned()), "again");
 }
 
+// Callers may hold no more than an address.
+TEST_F(Topology, RemovalBearsThatTheGraphHoldsTheLastCount) {
+    INodeImpl* const a = add("a").get();
+    INodeImpl* const b = add(a, "b").get();
+    IEdgeImpl* const ab = a->link_to(b).get();
+    b->link_to(a);
+    ab->remove();
+    EXPECT_EQ(b->get_edges_in()->GetCount(), 0);
+    a->remove();
+    EXPECT_EQ(root->get_owned()->GetCount(), 0);
+}
+
 TEST_F(Topology, SiblingsStandByIdAfterARemoval) {
     const node_ptr a = add("a");
     const node_ptr b = add("b");
