@@ -1,10 +1,14 @@
 // The layout against its plainest form, to the last bit.
 #include "tests/support/drawing.h"
+#include "tests/support/layout_probe.h"
+#include "tests/support/recording_painter.h"
 #include "tests/support/twin.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
+#include <sstream>
+#include <string>
 
 namespace {
 
@@ -75,5 +79,90 @@ TEST_P(Agreement, OfUpdateAndResizeAfterRandomChanges) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, Agreement, testing::Range(0U, 10U));
+
+TEST(Agreement, WithTheSwitchesThatNobodyTurns) {
+    for (unsigned seed = 0; seed < 120; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Twin twin;
+        twin.plain.use_force_adjust = seed % 2 == 0;
+        twin.plain.keep_hidden = seed % 4 >= 2;
+        LayoutProbe::set_switches(twin.product.layout, twin.plain.use_force_adjust,
+                                  twin.plain.keep_hidden);
+        twin.both([&](TestGraph& g) {
+            RandomShape shape = shape_of_seed(seed, 25);
+            shape.hidden = 15;
+            grow(g, seed, shape);
+            g.make();
+        });
+        ASSERT_EQ(first_difference(twin.product, twin.plain_graph), "");
+    }
+}
+
+/// Everything of a graph that is no drawing.
+std::string structure_text(const TestGraph& g) {
+    std::ostringstream out;
+    for (const Node& node : g.nodes()) {
+        out << node.GetCaption() << ' ' << node.GetOwner().GetCaption() << ' ' << node.GetTag()
+            << ' ' << node.GetCondition() << '\n';
+    }
+    for (const Edge& edge : g.edges()) {
+        out << edge.GetCaption() << ' ' << edge.From().GetCaption() << ' ' << edge.To().GetCaption()
+            << ' ' << edge.GetTag() << ' ' << edge.GetCondition() << '\n';
+    }
+    return out.str();
+}
+
+TEST(Layout, WritesPositionsSizesAndBreakNodesAndNothingMore) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        TestGraph g;
+        RandomShape shape = shape_of_seed(seed, 30);
+        shape.hidden = 20;
+        grow(g, seed, shape);
+        g.recalculate();
+        const std::string before = structure_text(g);
+        void (IncLayout::*const entries[])(Node) = {&IncLayout::Make, &IncLayout::Update,
+                                                    &IncLayout::Resize};
+        for (const auto entry : entries) {
+            (g.layout.*entry)(g.root());
+            EXPECT_EQ(structure_text(g), before);
+        }
+        tests::RecordingPainter painter;
+        EXPECT_FALSE(g.graph->RecalculateLayout(&painter)) << "a run queues nothing";
+    }
+}
+
+TEST(Layout, TwoFreshGraphsOfOneStructureGetOneDrawing) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        TestGraph one;
+        grow(one, seed, shape_of_seed(seed, 40));
+        one.make();
+        TestGraph other;
+        grow(other, seed, shape_of_seed(seed, 40));
+        other.make();
+        EXPECT_EQ(first_difference(one, other), "");
+    }
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int LONG_CHAIN = 100'000;
+#else
+constexpr int LONG_CHAIN = 1'000'000;
+#endif
+
+TEST(Layout, DrawsAMillionNodesInARow) {
+    TestGraph g;
+    std::vector<Node> chain;
+    for (int i = 0; i < LONG_CHAIN; ++i) {
+        chain.push_back(g.root().AddNode());
+        if (i > 0) {
+            chain[chain.size() - 2].LinkTo(chain.back());
+        }
+    }
+    g.make();
+    EXPECT_EQ(chain.back().GetPosition().x, 35 + (LONG_CHAIN - 1) * 100.0);
+    EXPECT_EQ(chain.back().GetPosition().y, 12);
+}
 
 } // namespace

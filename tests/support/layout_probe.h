@@ -53,15 +53,19 @@ public:
     EdgeInfo& info(const Edge& edge) { return (*layout.cur_info)[edge]; }
     LocalNodeInfo& local(const std::string& caption) { return layout.local_info[g.node(caption)]; }
     LocalNodeInfo& local(const Node& node) { return layout.local_info[node]; }
-    LocalEdgeInfo& mark(const std::string& caption) { return layout.local_info[g.edge(caption)]; }
+    LocalEdgeInfo& mark(const Edge& edge) { return layout.local_info[edge]; }
     NodeInfo& old(const std::string& caption) { return layout.old_info[g.node(caption)]; }
     tamsel7::size<double> result_size() const { return layout.result_size; }
 
     void init(double level_gap, double node_gap, double edge_gap, double edge_margin) {
         layout.Init(level_gap, node_gap, edge_gap, edge_margin);
     }
-    void set_use_force_adjust(bool use) { layout.use_force_adjust = use; }
-    void set_keep_hidden(bool keep) { layout.keep_hidden = keep; }
+    /// The two switches that nothing in the library ever turns off.
+    static void set_switches(IncLayout& of, bool use_force_adjust, bool keep_hidden) {
+        of.use_force_adjust = use_force_adjust;
+        of.keep_hidden = keep_hidden;
+    }
+    IncLayout& get_layout() { return layout; }
 
 private:
     using phase_t = IncLayout::phase_t;

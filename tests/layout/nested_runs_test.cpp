@@ -1,0 +1,114 @@
+#include "nurvex7/model/moving.h"
+#include "tests/support/layout_probe.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace nurvex7;
+using namespace nurvex7::testing_support;
+
+/// Notes what it is asked for and gives the owner a size.
+class NotingLayout : public ILayout {
+public:
+    void Make(Node owner) override { note("Make", owner); }
+    void Update(Node owner) override { note("Update", owner); }
+    void Resize(Node owner) override { note("Resize", owner); }
+
+    std::string calls;
+
+private:
+    void note(const std::string& what, Node owner) {
+        calls += what + " " + owner.GetCaption() + "; ";
+        owner.SetSize({70, 70});
+    }
+};
+
+TEST(NestedRuns, ANodeWithALayoutOfItsOwnIsServedByIt) {
+    NotingLayout own;
+    TestGraph g("A/B/x C/y d");
+    g.node("B").SetLayout(graph_ptr2<ILayout>(&own, /*owns=*/false));
+    g.node("d").SetLayout(graph_ptr2<ILayout>(&own, /*owns=*/false));
+    g.make();
+    EXPECT_EQ(own.calls, "Make B; Make d; ");
+    EXPECT_EQ(g.node("A").GetSize().width, 30 + 80 + 30);
+    g.update(g.root());
+    EXPECT_EQ(own.calls, "Make B; Make d; Update B; Update d; ");
+    g.resize(g.root());
+    EXPECT_EQ(own.calls, "Make B; Make d; Update B; Update d; ") << "Resize does not go inside";
+}
+
+TEST(NestedRuns, ALeafTakesTheSizeOfItsHandlerAndLeavesTheLayoutAlone) {
+    TestGraph g("a:33x44 b>c");
+    LayoutProbe probe(g);
+    probe.make();
+    const tamsel7::size<double> drawn = probe.result_size();
+    probe.get_layout().Make(g.node("a"));
+    EXPECT_EQ(g.node("a").GetSize(), (tamsel7::size<double>{33, 44}));
+    EXPECT_EQ(probe.result_size(), drawn);
+}
+
+TEST(NestedRuns, AMakeOfAnInnerOwnerForgetsItsOwnDrawingOnly) {
+    TestGraph g("A/p A/q B/r B/s");
+    g.make();
+    g.node("p").SetPosition(0, 500);
+    g.node("r").SetPosition(0, 500);
+    g.node("A").MakeLayout();
+    g.recalculate();
+    g.update(g.root());
+    EXPECT_LT(g.node("p").GetPosition().y, g.node("q").GetPosition().y);
+    EXPECT_GT(g.node("r").GetPosition().y, g.node("s").GetPosition().y) << "the old order by y";
+}
+
+TEST(NestedRuns, AMakeOfTheRootForgetsAll) {
+    TestGraph g("b>c d>c");
+    LayoutProbe probe(g);
+    probe.make();
+    g.add("a>b");
+    probe.update();
+    EXPECT_EQ(probe.levels(), "a | b d | c");
+    g.node("a").Remove();
+    probe.update();
+    EXPECT_EQ(probe.levels(), "- | b d | c") << "an update keeps levels";
+    probe.make();
+    EXPECT_EQ(probe.levels(), "b d | c");
+}
+
+// Deliberate: a second Init appends its phases, so that a run places everything twice.
+TEST(NestedRuns, ASecondInitRunsEveryPhaseTwice) {
+    TestGraph g("a>b");
+    LayoutProbe probe(g);
+    probe.init(30, 12, 2, 5);
+    probe.get_layout().Make(g.root());
+    EXPECT_EQ(probe.levels(), "a a | b b");
+}
+
+TEST(NestedRuns, SpacingIsThatOfInit) {
+    TestGraph g("a b a>c b>c c>a");
+    IncLayout wide(100, 40, 6, 10);
+    g.use_layout(wide);
+    g.make();
+    EXPECT_EQ(g.node("a").GetPosition(), (tamsel7::point<double>{110, 40}));
+    EXPECT_EQ(g.node("b").GetPosition().y, 40 + 27 + 40);
+    EXPECT_EQ(g.node("c").GetPosition().x, 110 + 60 + 10 + 100 + 10);
+}
+
+TEST(NestedRuns, TenThousandOwnersInsideEachOther) {
+    TestGraph g("a");
+    Node inner = g.node("a");
+    for (int depth = 1; depth < 10000; ++depth) {
+        inner = inner.AddNode();
+    }
+    g.add_edge(g.node("a"), inner);
+    g.add_edge(inner, inner.GetOwner());
+    g.layout.Make(g.root());
+    ShiftPosition(g.root(), {0, 0});
+    EXPECT_EQ(g.root().GetSize().width, 60 + 10000 * 70.0);
+    EXPECT_EQ(inner.GetPosition().x, 10000 * 35.0);
+    g.layout.Update(g.root());
+    ShiftPosition(g.root(), {0, 0});
+    g.layout.Resize(g.root());
+    EXPECT_EQ(inner.GetPosition().x, 10000 * 35.0);
+}
+
+} // namespace

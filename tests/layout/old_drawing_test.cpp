@@ -1,0 +1,191 @@
+#include "tests/support/drawing.h"
+#include "tests/support/layout_probe.h"
+#include "tests/support/plain_queries.h"
+#include "tests/support/random_graph.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace {
+
+using namespace nurvex7;
+using namespace nurvex7::testing_support;
+
+TEST(RestoreOldLevels, BringsChainsBackFromTheTailOn) {
+    TestGraph g("a>b b>c c>d a>d d>a");
+    LayoutProbe probe(g);
+    probe.make();
+    const std::string drawn = probe.levels();
+    probe.update_up_to("restore_old_levels");
+    EXPECT_EQ(probe.levels(), drawn);
+    // Deliberate: a chain is not joined to its head, and an edge to the next level not at all.
+    EXPECT_EQ(probe.local("a").out_neighbours.GetCount(), 1);
+    EXPECT_EQ(probe.local("d").in_neighbours.GetCount(), 1) << "of d>a, which leaves d";
+    EXPECT_EQ(probe.local("b").in_neighbours.GetCount(), 0);
+}
+
+TEST(RestoreOldLevels, TheOrderIsThatOfY) {
+    TestGraph g("a b c");
+    LayoutProbe probe(g);
+    probe.make();
+    g.node("a").SetPosition(35, 60);
+    probe.update_up_to("restore_old_levels");
+    EXPECT_EQ(probe.levels(), "b a c");
+}
+
+TEST(RestoreOldLevels, AHiddenNodeLeavesItsLevelAndKeepsItsNumber) {
+    TestGraph g("a>b b>c a>d");
+    LayoutProbe probe(g);
+    probe.make();
+    Hide(g.node("b"));
+    probe.update();
+    EXPECT_EQ(probe.levels(), "a | d | c");
+    EXPECT_EQ(probe.level_of("b"), 2);
+    EXPECT_EQ(probe.column(3).x_start, 230);
+    Hide(g.node("d"));
+    probe.update();
+    EXPECT_EQ(probe.levels(), "a | - | c");
+    Show(g.node("b"));
+    Show(g.node("d"));
+    probe.update();
+    EXPECT_EQ(probe.levels(), "a | b d | c");
+}
+
+/// The y of everything that stands on a level.
+std::vector<double> all_ys(LayoutProbe& probe) {
+    std::vector<double> ys;
+    for (std::size_t k = 1; k + 1 < probe.level_nodes().size(); ++k) {
+        const std::vector<double> level = probe.ys(k);
+        ys.insert(ys.end(), level.begin(), level.end());
+    }
+    return ys;
+}
+
+std::map<int, int> first_bends(const TestGraph& g) {
+    std::map<int, int> first;
+    for (const Edge& edge : g.edges()) {
+        const std::vector<Node> bends = items(edge.GetBreakNodes());
+        first[edge.GetID()] = bends.empty() ? 0 : bends.front().GetID();
+    }
+    return first;
+}
+
+// The drawing as a whole may come up by the height that the handler reports for the owner, where
+// its topmost node lay below node_gap.
+TEST(Update, WithNothingNewChangesNothing) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomShape shape = shape_of_seed(seed, 30);
+        shape.inside = 0;
+        TestGraph g;
+        grow(g, seed, shape);
+        LayoutProbe probe(g);
+        probe.make();
+        const std::string levels = probe.levels();
+        const std::vector<double> before = all_ys(probe);
+        const std::map<int, int> bends = first_bends(g);
+        const double width = g.root().GetSize().width;
+        probe.update();
+        EXPECT_EQ(probe.levels(), levels);
+        EXPECT_EQ(first_bends(g), bends);
+        EXPECT_EQ(g.root().GetSize().width, width);
+        const std::vector<double> after = all_ys(probe);
+        ASSERT_EQ(after.size(), before.size());
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            EXPECT_NEAR(before[i] - after[i], before[0] - after[0], 1e-9);
+            EXPECT_GE(before[i] - after[i], -1e-9);
+        }
+    }
+}
+
+TEST(Resize, OpensRoomWhereANodeHasGrownAndPlacesNothingNew) {
+    TestGraph g("a b c>d");
+    g.make();
+    g.add("e a>d");
+    g.node("a").SetSize({60, 50});
+    g.resize(g.root());
+    const double top = g.node("a").GetPosition().y;
+    // The next one stands 32 below a, and the need is 50 and half of the edge gap: all below it
+    // moves by 19.
+    EXPECT_EQ(g.node("c").GetPosition().y - top, 32 + 19);
+    EXPECT_EQ(g.node("b").GetPosition().y - top, 64 + 19);
+    EXPECT_EQ(g.edge("a>d").GetBreakNodes().GetCount(), 0);
+    EXPECT_EQ(g.node("e").GetPosition(), (tamsel7::point<double>{0, 0}));
+}
+
+TEST(Resize, ConcernsOneOwnerOnly) {
+    TestGraph g("C/D/x a>x");
+    g.make();
+    const tamsel7::size<double> before = g.node("D").GetSize();
+    g.node("x").SetSize({200, 20});
+    g.layout.Resize(g.node("C"));
+    EXPECT_EQ(g.node("D").GetSize(), before);
+    g.resize(g.node("D"));
+    EXPECT_EQ(g.node("D").GetSize().width, before.width + 140);
+    EXPECT_EQ(g.node("C").GetSize().width, before.width + 140 + 70);
+}
+
+TEST(Resize, KeepsAbsolutePositionsOfWhatDidNotChange) {
+    TestGraph g("a>C/x C/x>C/y C/y>b");
+    g.make();
+    const std::string before = drawing_text(g);
+    g.resize(g.root());
+    EXPECT_EQ(drawing_text(g), before);
+}
+
+TEST(Update, OfAnOwnerThatWasNeverMadeDrawsItAnew) {
+    TestGraph g("a>b b>c a>c");
+    LayoutProbe probe(g);
+    probe.update();
+    EXPECT_EQ(probe.levels(), "a | a>c b | c");
+    EXPECT_GT(probe.result_size().height, 0);
+}
+
+TEST(Resize, OfAnOwnerThatWasNeverMadeLeavesItEmpty) {
+    TestGraph g("a>b");
+    LayoutProbe probe(g);
+    probe.resize_up_to("resize_epilogue");
+    EXPECT_EQ(g.root().GetSize(), (tamsel7::size<double>{30, 0}));
+}
+
+TEST(OldDrawing, OfHiddenNodesOnly) {
+    TestGraph g("a>b b>b");
+    g.make();
+    Hide(g.node("a"));
+    Hide(g.node("b"));
+    g.update(g.root());
+    EXPECT_EQ(g.root().GetSize().height, 12);
+    g.resize(g.root());
+    Show(g.node("a"));
+    Show(g.node("b"));
+    g.update(g.root());
+    EXPECT_EQ(g.edge("a>b").GetBreakNodes().GetCount(), 4);
+    EXPECT_EQ(g.edge("b>b").GetBreakNodes().GetCount(), 6);
+}
+
+TEST(OldDrawing, OfAnOwnerThatLostItsNodes) {
+    TestGraph g("C/x C/y C/x>C/y a");
+    g.make();
+    g.node("x").Remove();
+    g.node("y").Remove();
+    g.update(g.root());
+    EXPECT_EQ(g.node("C").GetSize(), (tamsel7::size<double>{60, 20})) << "what its handler says";
+    g.resize(g.node("C"));
+    g.add("C/z");
+    g.update(g.root());
+    EXPECT_EQ(g.node("C").GetSize(), (tamsel7::size<double>{130, 44}));
+}
+
+TEST(OldDrawing, EveryNodeCanLeaveAtOnce) {
+    TestGraph g("a>b b>c c>a");
+    g.make();
+    for (const char* caption : {"a", "b", "c"}) {
+        g.node(caption).Remove();
+    }
+    g.add("d>e");
+    g.update(g.root());
+    EXPECT_EQ(g.edge("d>e").GetBreakNodes().GetCount(), 4);
+}
+
+} // namespace
