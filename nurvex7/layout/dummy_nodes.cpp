@@ -37,14 +37,15 @@ void IncLayout::insert_dummy_nodes_inout(const Node& node, Order order) {
     const bool in = order == ORDER_IN;
     const int own = (*cur_info)[node].level;
     const int k = in ? own : static_cast<int>(level_nodes.size()) - own - 1;
-    if (k < 1) {
-        return; // no border level on that side yet, as when a level was opened before the first
-    }
     const Node owner = node.GetOwner();
     for (const NodeEdgePair& pair : in ? edges_in_of(node) : edges_out_of(node)) {
         Edge e = pair.edge;
         e.RemoveBreakNodesIn(owner);
         e.AddBreakNodesIn(owner, 2 * k + 1);
+        if (k < 1) {
+            continue; // no border level on that side yet, as when a level was opened before the
+                      // first
+        }
         NodeSet b = e.GetBreakNodesIn(owner);
         const int n = b.GetCount();
         int level = in ? 0 : own + 1;
