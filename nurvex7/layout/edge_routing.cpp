@@ -46,8 +46,10 @@ double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, dou
 void IncLayout::place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
                                    const Node& owner) {
     NodeSet b = edge.GetBreakNodesIn(owner);
-    if (b.GetCount() >= 4) {
+    if (b.GetCount() > 2) {
         b.GetItem(2).SetPosition(x_stub, y);
+    }
+    if (b.GetCount() > 3) {
         b.GetItem(3).SetPosition(x_start, y);
     }
 }
@@ -59,6 +61,8 @@ void IncLayout::place_backedge_in(const Edge& edge, double x_stub, double x_end,
     const int n = b.GetCount();
     if (n >= 4) {
         b.GetItem(n - 4).SetPosition(x_end, y);
+    }
+    if (n >= 3) {
         b.GetItem(n - 3).SetPosition(x_stub, y);
     }
 }

@@ -1,0 +1,105 @@
+#include "tests/support/drawing.h"
+#include "tests/support/golden.h"
+#include "tests/support/layout_probe.h"
+#include "tests/support/plain_queries.h"
+#include "tests/support/random_graph.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace nurvex7;
+using namespace nurvex7::testing_support;
+
+class Routes : public testing::TestWithParam<const char*> {};
+
+TEST_P(Routes, AsDrawn) {
+    const Golden golden = read_golden(GetParam());
+    TestGraph g(golden.graph);
+    g.make();
+    for (const std::string& words : golden.updates) {
+        g.add(words);
+        g.update(g.root());
+    }
+    EXPECT_EQ(drawing_text(g), golden.drawing);
+}
+
+INSTANTIATE_TEST_SUITE_P(Golden, Routes,
+                         testing::Values("one_edge", "long_edge", "reversed_edge",
+                                         "long_reversed_edge", "two_reversed_edges", "self_loop",
+                                         "flat_edges", "through_a_cluster"),
+                         [](const auto& row) { return std::string(row.param); });
+
+tamsel7::point<double> bend(const Edge& edge, const Node& owner, int index) {
+    NodeSet bends = edge.GetBreakNodesIn(owner);
+    return bends.GetItem(index < 0 ? bends.GetCount() + index : index).GetPosition();
+}
+
+// A list can be shorter than the kind of its edge says: a moved in beside b, met a Resize, which
+// took the list of the edge across the border for its route, and then an Update put both on one
+// level. The bends that are there are placed, the others passed over.
+TEST(Tracks, OfAShortListPlaceTheBendsThatAreThere) {
+    TestGraph g("C/b a>b b>a");
+    g.make();
+    const Node cluster = g.node("C");
+    g.node("a").SetOwner(cluster);
+    g.resize(cluster);
+    g.update(cluster);
+    const Edge edge = g.edge("a>b");
+    ASSERT_EQ(edge.GetBreakNodesIn(cluster).GetCount(), 3);
+    const tamsel7::point<double> a = g.node("a").GetPosition();
+    EXPECT_EQ(bend(edge, cluster, 2), (tamsel7::point<double>{a.x + 65, a.y + 22}));
+}
+
+TEST(Ports, OfParallelEdgesStandAtTheHeightOfTheirNode) {
+    TestGraph g("C/x a>x a>x x>b x>b");
+    g.make();
+    const tamsel7::point<double> x = g.node("x").GetPosition();
+    const tamsel7::point<double> c = g.node("C").GetPosition();
+    for (const std::size_t nth : {0U, 1U}) {
+        EXPECT_EQ(bend(g.edge("a>x", nth), g.node("C"), 0),
+                  (tamsel7::point<double>{c.x, x.y + 10}));
+        EXPECT_EQ(bend(g.edge("x>b", nth), g.node("C"), -1),
+                  (tamsel7::point<double>{c.x + 130, x.y + 10}));
+    }
+}
+
+// What holds for every edge of every drawing: it leaves on the right of its source and enters on
+// the left of its target, and in each owner that it crosses it ends on the border.
+TEST(Routes, OnRandomGraphsStartRightAndEndLeft) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        TestGraph g;
+        grow(g, seed, shape_of_seed(seed, 30));
+        g.make();
+        for (const Edge& edge : g.edges()) {
+            NodeSet route = edge.GetBreakNodes();
+            const bool nested = edge.From().GetOwner() != edge.To().GetOwner();
+            if (route.GetCount() == 0 || nested || hidden(edge.From()) || hidden(edge.To())) {
+                continue;
+            }
+            const Node from = edge.From();
+            const Node to = edge.To();
+            EXPECT_DOUBLE_EQ(bend(edge, from.GetOwner(), 0).x,
+                             from.GetPosition().x + from.GetSize().width);
+            EXPECT_DOUBLE_EQ(bend(edge, from.GetOwner(), -1).x, to.GetPosition().x);
+        }
+        for (const Node& node : g.nodes()) {
+            for (const NodeEdgePair& pair : items(GetEdgesOutEx(node))) {
+                const Node owner = node.GetOwner();
+                if (pair.edge.GetBreakNodesIn(owner).GetCount() > 0) {
+                    EXPECT_DOUBLE_EQ(bend(pair.edge, owner, -1).x,
+                                     owner.GetPosition().x + owner.GetSize().width);
+                }
+            }
+            for (const NodeEdgePair& pair : items(GetEdgesInEx(node))) {
+                const Node owner = node.GetOwner();
+                if (pair.edge.GetBreakNodesIn(owner).GetCount() > 0) {
+                    EXPECT_DOUBLE_EQ(bend(pair.edge, owner, 0).x, owner.GetPosition().x);
+                }
+            }
+        }
+    }
+}
+
+} // namespace
