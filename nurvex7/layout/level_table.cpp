@@ -120,10 +120,14 @@ void IncLayout::shift_old_levels() {
             level_nodes[i] = level_nodes[i - static_cast<std::size_t>(k)];
         }
     }
-    // New nodes at the other end too: as far as the nodes that will be placed need it, no further.
-    level_nodes.resize(std::max(level_nodes.size(), static_cast<std::size_t>(hi + k + 1)));
     cur_info->node_info.for_each(
         [k](int, node_store::node_entry& entry) { entry.second.level += k; });
+    // New nodes at the other end too: as far as the nodes that will be placed need it, no further.
+    for (const Node& n : nodes) {
+        if (!IsFlagSet(n, NODE_HIDDEN) && _is_new(n)) {
+            lengthen_to_hold((*cur_info)[n].level);
+        }
+    }
 }
 
 // Deliberate: the x ranges are not carried along: they belong to other levels now, so all columns

@@ -479,6 +479,7 @@ void PlainLayout::place_break_node(Node node, const Column& column, double y, co
             return;
         }
     }
+    node.SetPosition(column.x_start, y);
 }
 
 void PlainLayout::adjust_ports(int level, double x, bool incoming) {
