@@ -261,6 +261,10 @@ struct Refusal {
     const char* told; ///< a part of what standard error says
 };
 
+void PrintTo(const Refusal& refusal, std::ostream* out) {
+    *out << refusal.name;
+}
+
 class NurvexRefuses : public NurvexTest, public testing::WithParamInterface<Refusal> {};
 
 TEST_P(NurvexRefuses, WithAReason) {

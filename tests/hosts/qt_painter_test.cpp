@@ -174,6 +174,10 @@ struct TextOutput {
     double scale;
 };
 
+void PrintTo(const TextOutput& output, std::ostream* out) {
+    *out << output.name;
+}
+
 class QtPainterInk : public testing::TestWithParam<TextOutput> {};
 
 TEST_P(QtPainterInk, FillsTheMeasuredWidthCentredInItsRectangle) {
@@ -339,6 +343,10 @@ struct LineCase {
     double scale;
     int pen;
 };
+
+void PrintTo(const LineCase& line, std::ostream* out) {
+    *out << line.name;
+}
 
 class QtPainterLines : public testing::TestWithParam<LineCase> {};
 
