@@ -1,4 +1,6 @@
 #include "apps/nurvex/graph_check.h"
+#include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
 #include "nurvex7/model/text_graph.h"
 
 #include <gtest/gtest.h>
@@ -97,10 +99,20 @@ bool may_break_a_duty(const std::string& text) {
     return text.find("Thread") != std::string::npos && text.find("main") != std::string::npos;
 }
 
+/// Loads a graph and, where that succeeds, draws it as far as a program without a surface can.
 int load(const std::string& text) {
+    IncLayout layout; // the graph does not own it: its tables hold nodes
     const graph_ptr2<Graph> graph(new Graph, /*owns=*/true);
+    graph->SetDefaultLayout(graph_ptr2<ILayout>(&layout, /*owns=*/false));
     std::istringstream in(text);
-    return Load(graph, in);
+    const int loaded = Load(graph, in);
+    if (loaded == 1) {
+        graph->RecalculateLayout(nullptr);
+        MarkDrawnIn(graph);
+        graph->HitNodeTest(-1e9, -1e9, 1e9, 1e9);
+        graph->HitEdgeTest(-1e9, -1e9, 1e9, 1e9);
+    }
+    return loaded;
 }
 
 TEST(FuzzTextGraph, WhatTheCheckerLetsPassLoadsAndNothingElseDoesHarm) {

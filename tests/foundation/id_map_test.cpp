@@ -69,7 +69,7 @@ TEST(IdMap, WhatDiesWithARecordMayAskForItAgain) {
     };
     bool asked = false;
     IdMap<std::shared_ptr<Asking>> map;
-    map[1] = std::make_shared<Asking>(&map, &asked);
+    map[1].reset(new Asking{&map, &asked});
     map.erase(1);
     EXPECT_TRUE(asked);
     EXPECT_NE(map.find(1), nullptr);
