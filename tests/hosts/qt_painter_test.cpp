@@ -181,7 +181,9 @@ void PrintTo(const TextOutput& output, std::ostream* out) {
 class QtPainterInk : public testing::TestWithParam<TextOutput> {};
 
 TEST_P(QtPainterInk, FillsTheMeasuredWidthCentredInItsRectangle) {
-    const auto [name, svg, ratio, scale] = GetParam();
+    const bool svg = GetParam().svg;
+    const double ratio = GetParam().ratio;
+    const double scale = GetParam().scale;
     const tamsel7::rectangle<double> area{10 / scale, 10 / scale, 190 / scale, 50 / scale};
     double width = 0;
     const Draw draw = [&](QtPainter& painter) {
@@ -363,7 +365,9 @@ void expect_sharp(const QImage& image, bool horizontal, int pixels) {
 }
 
 TEST_P(QtPainterLines, AlongTheAxesCoverWholePixels) {
-    const auto [name, ratio, scale, width] = GetParam();
+    const double ratio = GetParam().ratio;
+    const double scale = GetParam().scale;
+    const int width = GetParam().pen;
     const int pixels = std::max(1, static_cast<int>(std::lround(width * ratio)));
     for (double at = 20; at < 21; at += 0.13) {
         const Draw set = [&, scale = scale, width = width](QtPainter& painter) {
