@@ -181,7 +181,6 @@ void PrintTo(const TextOutput& output, std::ostream* out) {
 class QtPainterInk : public testing::TestWithParam<TextOutput> {};
 
 TEST_P(QtPainterInk, FillsTheMeasuredWidthCentredInItsRectangle) {
-    const bool svg = GetParam().svg;
     const double ratio = GetParam().ratio;
     const double scale = GetParam().scale;
     const tamsel7::rectangle<double> area{10 / scale, 10 / scale, 190 / scale, 50 / scale};
@@ -192,8 +191,8 @@ TEST_P(QtPainterInk, FillsTheMeasuredWidthCentredInItsRectangle) {
         width = measure(painter, "HHHHHHHH").width * scale;
         painter.DrawString(area, "HHHHHHHH", IPainter::FORMAT_CENTRED, -1);
     };
-    const QImage image =
-        svg ? rendered(drawn_svg(200, 60, draw), 200, 60, ratio) : drawn(200, 60, ratio, draw);
+    const QImage image = GetParam().svg ? rendered(drawn_svg(200, 60, draw), 200, 60, ratio)
+                                        : drawn(200, 60, ratio, draw);
     const QRect box = ink(image);
     // An H has a side bearing of about 0.08 em.
     const double ink_width = width - 2 * 0.08 * 16;
