@@ -16,6 +16,9 @@ Graph::~Graph() {
     if (storage.get() != nullptr && storage->get_root().get() != nullptr) {
         GetRoot().Remove();
     }
+    // A layout remembers the nodes of its drawings, and each of them holds the store that holds the
+    // layout. Kept nodes find no layout from here on; there is nothing left to lay out.
+    vis->set_default_layout(graph_ptr2<ILayout>());
 }
 
 Node Graph::GetRoot() const {

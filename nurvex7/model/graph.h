@@ -19,7 +19,9 @@ public:
     /// An empty graph with its root queued for a full layout. A null storage stands for a
     /// DefaultStorage.
     explicit Graph(graph_ptr<IGraphStorage> given_storage = graph_ptr<IGraphStorage>());
-    /// Deletes all nodes, so that the counted cycles between owners and owned are broken.
+    /// Deletes all nodes and lets go of the default layout, so that the counted cycles between
+    /// owners and owned, and between a layout and the store of the nodes that it remembers, are
+    /// broken.
     ~Graph() override;
     Graph(const Graph&) = delete;
     Graph& operator=(const Graph&) = delete;
@@ -28,9 +30,8 @@ public:
     /// Puts another storage in place. Keeps: records and queues stay as they are.
     void SetStorage(graph_ptr<IGraphStorage> given_storage);
 
-    /// Duty    a layout that remembers what it has drawn holds nodes, and these hold the store that
-    ///         holds the layout: give a graph's own layout as a handle that does not own it, or
-    ///         take it away again before the graph goes
+    /// Serves all nodes without a layout of their own, until the graph goes. Give each graph a
+    /// layout of its own where two graphs are laid out in turn.
     void SetDefaultLayout(graph_ptr2<ILayout> layout);
     void SetDefaultNodeHandler(graph_ptr2<INodeHandler> handler);
     void SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler> handler);

@@ -1,3 +1,4 @@
+#include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/graph.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +51,24 @@ TEST(Graph, DeletesItsContentAtTheEnd) {
     EXPECT_EQ(inner->ref_count, 1);
     EXPECT_EQ(storage->get_root()->get_owned()->GetCount(), 0);
     EXPECT_EQ(storage->ref_count, 1);
+}
+
+TEST(Graph, LetsGoOfALayoutThatRemembersItsNodes) {
+    struct told_layout : IncLayout {
+        explicit told_layout(bool& told_) : told(told_) {}
+        ~told_layout() override { told = true; }
+        bool& told;
+    };
+    bool gone = false;
+    {
+        Graph graph;
+        graph.SetDefaultLayout(graph_ptr2<ILayout>(new told_layout(gone), /*owns=*/true));
+        Node a = graph.GetRoot().AddNode();
+        a.LinkTo(graph.GetRoot().AddNode());
+        graph.RecalculateLayout(nullptr);
+        EXPECT_FALSE(gone);
+    }
+    EXPECT_TRUE(gone);
 }
 
 TEST(Graph, EndsInPeaceWhenItsRootWasTakenAway) {
