@@ -37,6 +37,22 @@ std::uint8_t component(double m1, double m2, double h) {
     return static_cast<std::uint8_t>(static_cast<int>(value * 255.0));
 }
 
+/// The source with a lightness that `change` makes of its own.
+///
+/// Deliberate: made on a fresh colour, so that the result carries the mark of a colour that nobody
+/// has chosen, although its source does not.
+template <typename F>
+_color with_lightness(const _color& source, F change) {
+    double lightness;
+    double saturation;
+    double hue;
+    source.GetHLS(lightness, saturation, hue);
+    _color result;
+    result.SetHLS(change(lightness), saturation, hue);
+    result.alpha = source.alpha;
+    return result;
+}
+
 } // namespace
 
 void _color::GetHLS(double& lightness, double& saturation, double& hue) const {
@@ -71,17 +87,12 @@ void _color::SetHLS(double lightness, double saturation, double hue) {
 }
 
 _color lighten(const _color& source) {
-    double lightness;
-    double saturation;
-    double hue;
-    source.GetHLS(lightness, saturation, hue);
-    lightness = std::min(1.0, lightness + ((1.0 - lightness) * 30.0) / 100.0);
-    // Deliberate: made on a fresh colour, so that the result carries the mark of a colour that
-    // nobody has chosen, although its source does not.
-    _color result;
-    result.SetHLS(lightness, saturation, hue);
-    result.alpha = source.alpha;
-    return result;
+    return with_lightness(source,
+                          [](double l) { return std::min(1.0, l + ((1.0 - l) * 30.0) / 100.0); });
+}
+
+_color darken(const _color& source, int percent) {
+    return with_lightness(source, [percent](double l) { return l - (l * percent) / 100; });
 }
 
 } // namespace tamsel7

@@ -41,4 +41,10 @@ constexpr bool operator==(const _color& a, const _color& b) {
 ///         fresh colour.
 NURVEX7_API _color lighten(const _color& source);
 
+/// The colour with its lightness reduced by a percentage of itself; hue, saturation and alpha stay.
+///
+/// Keeps   `is_default` is 1 in the result, as it is with lighten
+/// Duty    percent is 0 to 100
+NURVEX7_API _color darken(const _color& source, int percent);
+
 } // namespace tamsel7

@@ -13,7 +13,8 @@ namespace tamsel7 {
 /// Space   all coordinates are doubles in the painter's current coordinate system; fonts, pens and
 ///         arrow heads are in device units, so they keep their size at every zoom.
 /// Duty    a painter starts with a readable font and a hollow brush: near zoom 1 a drawer installs
-///         no font at all, and no drawer of this library sets a brush.
+///         no font at all, and of the drawers of this library only CRectPortNodeDrawer sets a
+///         brush.
 class NURVEX7_API IPainter {
 public:
     /// What maps logical onto device coordinates: the logical rectangle from the origin with the

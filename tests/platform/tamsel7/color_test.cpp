@@ -106,4 +106,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Lightening{{255, 255, 255}, "#ffffff?"}, Lightening{{255, 0, 0}, "#fe4c4c?"},
                     Lightening{{0, 0, 255, 9}, "#4c4cfe/9?"}, Lightening{{}, "#4c4c4c/0?"}));
 
+// Deliberate: marked as a default colour, as lightened ones are.
+TEST(Color, DarkenTakesAShareOfTheLightness) {
+    EXPECT_EQ(tests::text_of(tamsel7::darken({255, 0, 0}, 10)), "#e50000?");
+    EXPECT_EQ(tests::text_of(tamsel7::darken({0, 255, 0, 50}, 30)), "#00b200/50?");
+    EXPECT_EQ(tests::text_of(tamsel7::darken({200, 200, 200}, 100)), "#000000?");
+}
+
 } // namespace
