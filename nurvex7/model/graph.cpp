@@ -19,6 +19,8 @@ Graph::~Graph() {
     // A layout remembers the nodes of its drawings, and each of them holds the store that holds the
     // layout. Kept nodes find no layout from here on; there is nothing left to lay out.
     vis->set_default_layout(graph_ptr2<ILayout>());
+    // Nor may a handler that remembers a node hold itself that way. Kept nodes are still answered.
+    vis->set_default_node_painter(nurvex7::GetDefaultNodeHandler());
 }
 
 Node Graph::GetRoot() const {

@@ -19,9 +19,9 @@ public:
     /// An empty graph with its root queued for a full layout. A null storage stands for a
     /// DefaultStorage.
     explicit Graph(graph_ptr<IGraphStorage> given_storage = graph_ptr<IGraphStorage>());
-    /// Deletes all nodes and lets go of the default layout, so that the counted cycles between
-    /// owners and owned, and between a layout and the store of the nodes that it remembers, are
-    /// broken.
+    /// Deletes all nodes and lets go of the default layout and the default node handler, so that
+    /// the counted cycles between owners and owned, and between what remembers nodes and the store
+    /// of these nodes, are broken.
     ~Graph() override;
     Graph(const Graph&) = delete;
     Graph& operator=(const Graph&) = delete;

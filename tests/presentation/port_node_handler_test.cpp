@@ -264,6 +264,23 @@ TEST_F(PortNodeHandlerTest, AnEmptyRootBearsEveryEvent) {
     EXPECT_TRUE(handler.last_node.empty());
 }
 
+TEST(PortNodeHandler, GoesWithItsGraphThoughItRemembersANode) {
+    struct told_handler : PortNodeHandler {
+        explicit told_handler(bool& told_) : told(told_) {}
+        ~told_handler() override { told = true; }
+        bool& told;
+    };
+    bool gone = false;
+    {
+        Graph graph;
+        graph.SetDefaultNodeHandler(
+            graph_ptr2<INodeHandler>(new told_handler(gone), /*owns=*/true));
+        const Node a = graph.GetRoot().AddNode();
+        a.GetHandler()->HandleClick(a, 0, 0, 0, MouseButton::LEFT);
+    }
+    EXPECT_TRUE(gone);
+}
+
 TEST_F(PortNodeHandlerTest, ADerivedHandlerMayCountDifferently) {
     class WithoutChildren : public PortNodeHandler {
     public:
