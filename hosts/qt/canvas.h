@@ -33,6 +33,9 @@ public:
     /// A rectangle with corners of the given radii; either tool may be empty.
     virtual void DrawRect(const QRectF& area, QSizeF radii, const QPen& pen,
                           const QBrush& brush) = 0;
+    /// Inverts a frame of one pixel inside a rectangle, so that the same call again takes it away;
+    /// where there are no pixels, draws it.
+    virtual void InvertFrame(const QRectF& area) = 0;
     /// A text from the left end of its baseline. `size` is the font's height of an em.
     virtual void DrawText(const ShapedText& text, QPointF baseline, double size,
                           const QColor& color) = 0;

@@ -128,6 +128,26 @@ void PainterCanvas::DrawRect(const QRectF& area, QSizeF radii, const QPen& pen,
     }
 }
 
+void PainterCanvas::InvertFrame(const QRectF& area) {
+    const double x = grid_x.AlignWidth(1);
+    const double y = grid_y.AlignWidth(1);
+    const QRectF hole = area.adjusted(x, y, -x, -y);
+    QPainterPath frame;
+    frame.addRect(area);
+    if (hole.isValid()) {
+        frame.addRect(hole);
+    }
+    painter.save();
+    if (grid_x.scale > 0) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setCompositionMode(QPainter::CompositionMode_Difference);
+        painter.fillPath(frame, Qt::white);
+    } else {
+        painter.fillPath(frame, Qt::black);
+    }
+    painter.restore();
+}
+
 void PainterCanvas::DrawText(const ShapedText& text, QPointF baseline, double size,
                              const QColor& color) {
     if (text_form == TextForm::GLYPHS) {

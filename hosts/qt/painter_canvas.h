@@ -31,6 +31,7 @@ public:
     void DrawPolyline(const QPolygonF& points, const QPen& pen) override;
     void DrawPolygon(const QPolygonF& points, const QBrush& brush) override;
     void DrawRect(const QRectF& area, QSizeF radii, const QPen& pen, const QBrush& brush) override;
+    void InvertFrame(const QRectF& area) override;
     void DrawText(const ShapedText& text, QPointF baseline, double size,
                   const QColor& color) override;
 

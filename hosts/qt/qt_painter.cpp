@@ -356,6 +356,11 @@ void QtPainter::GradientFill(double left, double top, double right, double botto
     canvas.DrawRect(area, {}, Qt::NoPen, fill);
 }
 
+void QtPainter::DrawFocusFrame(double left, double top, double right, double bottom) {
+    Flush();
+    canvas.InvertFrame(fill_rect(to_device(left, top, right, bottom)));
+}
+
 // Texts
 
 void QtPainter::DrawString(const tamsel7::rectangle<double>& area, const std::string& text,

@@ -71,6 +71,8 @@ public:
     void GradientFill(double left, double top, double right, double bottom,
                       const tamsel7::_color& from, const tamsel7::_color& to, unsigned long steps,
                       GradientDirection direction) override;
+    /// On surfaces without pixels, a plain frame that stays.
+    void DrawFocusFrame(double left, double top, double right, double bottom) override;
     /// A text that is too wide ends in an ellipsis, one that is too high is clipped.
     void DrawString(const tamsel7::rectangle<double>& area, const std::string& text, int format,
                     int reserved) override;

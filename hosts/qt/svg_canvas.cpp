@@ -181,6 +181,10 @@ void SvgCanvas::DrawRect(const QRectF& area, QSizeF radii, const QPen& pen, cons
     write_rect(area, radii, paint(brush) + stroke(pen));
 }
 
+void SvgCanvas::InvertFrame(const QRectF& area) {
+    DrawRect(area.adjusted(0.5, 0.5, -0.5, -0.5), {}, QPen(Qt::black), Qt::NoBrush);
+}
+
 void SvgCanvas::DrawText(const ShapedText& text, QPointF baseline, double size,
                          const QColor& color) {
     flush_fill();

@@ -129,6 +129,10 @@ public:
              std::to_string(static_cast<int>(direction)));
     }
 
+    void DrawFocusFrame(double left, double top, double right, double bottom) override {
+        note("DrawFocusFrame " + numbers({left, top, right, bottom}));
+    }
+
     void DrawString(const tamsel7::rectangle<double>& area, const std::string& text, int format,
                     int reserved) override {
         note("DrawString " + numbers({area.left, area.top, area.right, area.bottom}) + " '" + text +

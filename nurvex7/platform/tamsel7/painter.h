@@ -91,6 +91,9 @@ public:
                               const _color& from, const _color& to, unsigned long steps,
                               GradientDirection direction) = 0;
 
+    /// A frame of one pixel that inverts what is under it: drawn again, it is gone.
+    virtual void DrawFocusFrame(double left, double top, double right, double bottom) = 0;
+
     /// A text inside a rectangle, placed by a FORMAT_ value; the last argument is always -1.
     virtual void DrawString(const rectangle<double>& area, const std::string& text, int format,
                             int reserved) = 0;
