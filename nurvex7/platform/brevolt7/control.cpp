@@ -1,0 +1,7 @@
+#include "nurvex7/platform/brevolt7/control.h"
+
+namespace brevolt7 {
+
+IControl::~IControl() = default;
+
+} // namespace brevolt7
