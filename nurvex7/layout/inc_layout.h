@@ -80,6 +80,9 @@ public:
     /// new. Where it is neither, Update would search for ever: queue MakeLayout instead.
     /// Keeps   everything: it makes no record, not even by reading
     UpdateOutlook LookAhead(const Node& owner) const;
+    /// Tells what the run of the owner alone would meet: which of the owners that LookAhead looks
+    /// at is the one that needs a Make.
+    UpdateOutlook LookAheadAlone(const Node& owner) const;
 
 protected:
     friend class LayoutProbe;
@@ -248,6 +251,7 @@ private:
     void take_old_drawing_back(const Node& owner);
 
     void raise_levels(const std::vector<Node>& sources, int level);
+    UpdateOutlook look_ahead(const Node& owner, bool with_owners_inside) const;
     const IncLayout* layout_that_serves(const Node& node) const;
 
     template <typename F>

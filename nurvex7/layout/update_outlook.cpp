@@ -100,6 +100,14 @@ private:
 } // namespace
 
 UpdateOutlook IncLayout::LookAhead(const Node& owner) const {
+    return look_ahead(owner, true);
+}
+
+UpdateOutlook IncLayout::LookAheadAlone(const Node& owner) const {
+    return look_ahead(owner, false);
+}
+
+UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) const {
     if (owner.GetOwned().GetCount() == 0) {
         return UpdateOutlook::NOTHING_NEW;
     }
@@ -109,6 +117,9 @@ UpdateOutlook IncLayout::LookAhead(const Node& owner) const {
     const StructureIndex answers(owner);
     UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
     for (const Node& n : answers.GetNodes()) {
+        if (n != owner && !with_owners_inside) {
+            continue;
+        }
         const IncLayout* const serving = n == owner ? this : layout_that_serves(n);
         if (serving == nullptr || n.GetOwned().GetCount() == 0) {
             continue;

@@ -73,6 +73,15 @@ TEST(LookAhead, AnOwnerWithoutADrawingHasNeverBeenLaidOut) {
     EXPECT_EQ(g.layout.LookAhead(g.node("a")), UpdateOutlook::NOTHING_NEW);
 }
 
+TEST(LookAhead, AloneNamesTheOwnerThatDoesNotFit) {
+    TestGraph g("C/a>C/b C>d");
+    g.make();
+    g.add("C/b>C/c C/c>C/e");
+    EXPECT_EQ(g.layout.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
+    EXPECT_EQ(g.layout.LookAheadAlone(g.root()), UpdateOutlook::NOTHING_NEW);
+    EXPECT_EQ(g.layout.LookAheadAlone(g.node("C")), UpdateOutlook::DOES_NOT_FIT);
+}
+
 TEST(LookAhead, MakesNoRecord) {
     TestGraph g("C/a>C/b C/b>d");
     g.make();
