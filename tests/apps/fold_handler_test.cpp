@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <random>
 #include <string>
 
 namespace nurvex {
@@ -106,8 +108,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "C/a>D/p C/a>D/r D/q>D/p D/p>D/r !p !r", "a", CHILDREN, "D|CD|D"},
         Scenario{"a new chain in a cluster that the update of the root would reach", "a>b D/q",
                  "a>D/p a>D/r D/q>D/p D/p>D/r !p !r", "a", CHILDREN, "D|*|D"},
-        Scenario{"a cluster that was never laid out", "a>b", "a>D/p D/q !p", "a", CHILDREN,
-                 "|*|D"}));
+        Scenario{"a new cluster that the update of the root reaches", "a>b", "a>D/p D/q !p", "a",
+                 CHILDREN, "|*|D"},
+        Scenario{"a new cluster beside that of the node", "C/a", "C/a>D/p D/q !p", "a", CHILDREN,
+                 "D|CD|D"}));
 
 // What a handler without these owners does not do.
 TEST(FoldHandler, OtherClustersCloseUpAndOpenAgain) {
@@ -124,18 +128,49 @@ TEST(FoldHandler, OtherClustersCloseUpAndOpenAgain) {
     EXPECT_EQ(height_of_d(), full);
 }
 
-TEST(FoldHandler, AListenerMayRemoveWhatWasClicked) {
+TEST(FoldHandler, NothingSticksOutOfItsClusterAfterAnyClick) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        std::mt19937 random(seed);
+        TestGraph g;
+        const auto pick = [&] { return g.nodes()[random() % g.nodes().size()]; };
+        const auto owner = [&] { return random() % 3 == 0 ? pick() : g.root(); };
+        g.add("a b c");
+        for (int i = 0; i < 60; ++i) {
+            if (i % 3 == 0) {
+                g.add_node(owner(), "n");
+            }
+            g.add_edge(pick(), pick());
+            SetFlag(pick(), NODE_HIDDEN, random() % 2 == 0);
+        }
+        g.make();
+        FoldHandler handler;
+        for (int i = 0; i < 30; ++i) {
+            const Node clicked = pick();
+            if (!IsFlagSet(clicked, NODE_HIDDEN)) {
+                click(handler, clicked, i % 2 == 0 ? PARENTS : CHILDREN);
+                g.recalculate();
+                ASSERT_EQ(sticking_out(g), "") << "seed " << seed << " click " << i;
+            }
+        }
+    }
+}
+
+TEST(FoldHandler, AListenerMayRemoveWhatWasClickedAndItsNeighbours) {
     struct Remover : corvane2::_internal::subscriber_base_t {
-        void Remove(Node& clicked, double, double, int, tamsel7::MouseButton) { clicked.Remove(); }
+        void Remove(Node&, double, double, int, tamsel7::MouseButton) { removed->Remove(); }
+        std::optional<Node> removed;
     };
-    TestGraph g("C/a>D/b C/a>D/c");
-    g.make();
-    FoldHandler handler;
-    Remover remover;
-    handler.sig_click.connect(&remover, &Remover::Remove);
-    EXPECT_EQ(click(handler, g.node("a"), CHILDREN), HANDLED_REPAINT_ALL);
-    g.recalculate();
-    EXPECT_TRUE(IsFlagSet(g.node("b"), NODE_HIDDEN));
+    for (const char* removed : {"a", "b"}) {
+        TestGraph g("C/a>D/b C/a>D/c");
+        g.make();
+        FoldHandler handler;
+        Remover remover;
+        remover.removed = g.node(removed);
+        handler.sig_click.connect(&remover, &Remover::Remove);
+        EXPECT_EQ(click(handler, g.node("a"), CHILDREN), HANDLED_REPAINT_ALL);
+        g.recalculate();
+        EXPECT_TRUE(IsFlagSet(g.node("c"), NODE_HIDDEN));
+    }
 }
 
 } // namespace
