@@ -1,13 +1,12 @@
+#include "tests/apps/nurvex_run.h"
+
 #include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QSvgRenderer>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -32,53 +31,8 @@ constexpr const char* SAMPLE = R"(sample
 6 3 ""
 )";
 
-struct Outcome {
-    int code = -1;
-    QString out;
-    QString error;
-};
-
-/// The program in a directory of its own, as a shell without any display would start it.
-class NurvexTest : public testing::Test {
+class DrawTest : public NurvexTest {
 protected:
-    QString in_folder(const QString& name) const { return folder.filePath(name); }
-
-    void write(const QString& name, const QByteArray& content) const {
-        QFile file(in_folder(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QByteArray read(const QString& name) const {
-        QFile file(in_folder(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-        return file.readAll();
-    }
-
-    Outcome run(const QStringList& words, const QByteArray& input = {}) const {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-            environment.remove(name);
-        }
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(folder.path());
-        process.start(NURVEX_PROGRAM, words);
-        process.write(input);
-        process.closeWriteChannel();
-        EXPECT_TRUE(process.waitForFinished(120'000));
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
-    }
-
-    /// Runs it and expects that it has nothing to say.
-    void draw(const QStringList& words, const QByteArray& input = {}) const {
-        const Outcome outcome = run(QStringList{"draw"} + words, input);
-        EXPECT_EQ(outcome.code, 0);
-        EXPECT_EQ(outcome.error.toStdString(), "");
-        EXPECT_EQ(outcome.out, "");
-    }
-
     QImage render_svg(const QString& name, QSize size) const {
         QImage image(size, QImage::Format_RGB32);
         image.fill(Qt::magenta);
@@ -88,8 +42,6 @@ protected:
         renderer.render(&painter);
         return image;
     }
-
-    QTemporaryDir folder;
 };
 
 /// How much of two pictures differs at a glance: both are looked at through a grid of cells of a
@@ -108,7 +60,7 @@ double difference(const QImage& a, const QImage& b) {
     return static_cast<double>(different) / (coarse.width() * coarse.height());
 }
 
-TEST_F(NurvexTest, OneGraphLooksTheSameInAllFormats) {
+TEST_F(DrawTest, OneGraphLooksTheSameInAllFormats) {
     write("g.txt", SAMPLE);
     draw({"g.txt", "-o", "g.svg"});
     draw({"g.txt", "-o", "g.png"});
@@ -128,7 +80,7 @@ TEST_F(NurvexTest, OneGraphLooksTheSameInAllFormats) {
     }
 }
 
-TEST_F(NurvexTest, ScaleMagnifiesThePictureAsAWhole) {
+TEST_F(DrawTest, ScaleMagnifiesThePictureAsAWhole) {
     write("g.txt", SAMPLE);
     draw({"g.txt", "-o", "one.png", "--scale", "1"});
     draw({"g.txt", "-o", "two.png"});
@@ -252,17 +204,6 @@ TEST_F(NurvexTest, CheckTellsFaultsByLineOrTheSizeOfTheGraph) {
     EXPECT_TRUE(faulty.error.contains("standard input:3: ")) << faulty.error.toStdString();
     EXPECT_TRUE(faulty.error.contains("standard input:5: "));
     EXPECT_EQ(faulty.out, "");
-}
-
-struct Refusal {
-    const char* name;
-    QStringList words;
-    int code;
-    const char* told; ///< a part of what standard error says
-};
-
-void PrintTo(const Refusal& refusal, std::ostream* out) {
-    *out << refusal.name;
 }
 
 class NurvexRefuses : public NurvexTest, public testing::WithParamInterface<Refusal> {};
