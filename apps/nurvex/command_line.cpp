@@ -2,6 +2,7 @@
 
 #include "apps/nurvex/failure.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -19,7 +20,7 @@ constexpr const char* MAIN_HELP =
     R"(nurvex draws directed graphs with nested clusters, level by level.
 
 Usage:
-  nurvex draw FILE -o OUT [options]   draw a text graph as SVG, PNG or PDF
+  nurvex draw FILE -o OUT [options]   draw a text graph as SVG, PNG or PDF, also step by step
   nurvex check FILE                   look for faults in a text graph
 
   nurvex COMMAND --help               more about a command
@@ -30,12 +31,17 @@ FILE may be - for standard input.
 
 constexpr const char* DRAW_HELP = R"(Draws a text graph.
 
-Usage: nurvex draw FILE -o OUT [options]
+Usage: nurvex draw FILE [--then STEP ...] -o OUT [options]
 
   FILE               the text graph; - for standard input
-  -o, --output OUT   the picture; its suffix tells the format: .svg, .png or .pdf
+  -o, --output OUT   the picture; its suffix tells the format: .svg, .png or .pdf.
+                     A % in OUT stands for the number of the picture: 0 is the graph as it is in
+                     FILE, then comes one for each step. Without it the last one alone is drawn.
 
 Options:
+  --then STEP ...    changes the graph step by step; whatever stays keeps its place, and what is
+                     new has an accent. Given again, it goes on with the next step.
+  --report           tells for each step what has kept its place
   --scale S          magnifies the picture (SVG and PDF: 1; PNG: 2, or what fits)
   --level-gap N      room between two levels (36)
   --node-gap N       room between two nodes of a level (14)
@@ -44,7 +50,25 @@ Options:
   --dark             light lines on a dark ground
   -h, --help         this text
 
-An older OUT is replaced only when the new picture is complete.
+A STEP is one of these, or several with "and" between them; steps have "then" between them.
+  fold ID children|parents     hides the neighbours of a node in one direction
+  unfold ID children|parents   shows them again
+  hide ID, show ID             a node, with all that it owns
+  add ID [CAPTION] [in OWNER]  a new node, in a cluster or in another node, which becomes one
+  link ID ID                   a new edge, from the first node to the second
+  remove ID                    a node, with all that it owns and all their edges
+  remove ID ID                 the edges from the first node to the second
+  resize ID WxH                gives a node that owns nothing a width and a height
+An ID is the number of a node in FILE, or the one that "add" gave it. For example:
+  nurvex draw shop.txt --then fold 31 children then add 90 "gift cards" in 220 and link 31 90 \
+                       -o shop%.svg --report
+
+The report has a line for each step: which owners were updated or laid out anew (root is the whole
+graph), how many nodes were drawn before and are drawn still, how many of them kept their level,
+their place among each other on the level, and their y, how many moved up or down and how far at
+most, how many nodes are new in the picture, and the time that the layout took.
+
+An older OUT is replaced only when all new pictures are complete.
 Exit status: 0 fine, 1 cannot read or write, 2 faults in FILE or on the command line.
 )";
 
@@ -67,6 +91,21 @@ class Words {
 public:
     Words(const std::vector<std::string>& given, std::string given_command)
         : words(given), command(std::move(given_command)) {}
+
+    /// All words up to the next option; an id below zero is none.
+    std::vector<std::string> TakeList() {
+        std::vector<std::string> list;
+        if (attached) {
+            list.push_back(*attached);
+        }
+        const auto is_option = [](const std::string& text) {
+            return text.size() > 1 && text[0] == '-' && (text[1] < '0' || text[1] > '9');
+        };
+        while (at < words.size() && !is_option(words[at])) {
+            list.push_back(words[at++]);
+        }
+        return list;
+    }
 
     /// The next word, split at the equals sign of `--name=value`. False at the end.
     bool Next() {
@@ -163,6 +202,7 @@ double take_scale(Words& words) {
 
 Command read_draw(const std::vector<std::string>& given) {
     DrawOptions options;
+    std::vector<std::vector<std::string>> step_lists;
     Words words(given, "draw");
     while (words.Next()) {
         if (words.Is("--help") || words.Is("-h")) {
@@ -175,6 +215,11 @@ Command read_draw(const std::vector<std::string>& given) {
         } else if (words.Is("--dark")) {
             words.TakeFlag();
             options.dark = true;
+        } else if (words.Is("--then")) {
+            step_lists.push_back(words.TakeList());
+        } else if (words.Is("--report")) {
+            words.TakeFlag();
+            options.report = true;
         } else if (double* spacing = find_spacing(options, words)) {
             *spacing = words.TakeNumber();
         } else {
@@ -187,6 +232,13 @@ Command read_draw(const std::vector<std::string>& given) {
     if (options.output.empty()) {
         words.Refuse("draw needs -o OUT, the picture to write");
     }
+    if (std::count(options.output.begin(), options.output.end(), '%') > 1) {
+        words.Refuse("one % in OUT is enough: it stands for the number of the picture");
+    }
+    if (options.report && step_lists.empty()) {
+        words.Refuse("--report tells about steps; give some with --then");
+    }
+    options.steps = ReadSteps(step_lists);
     return options;
 }
 

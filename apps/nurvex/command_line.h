@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/nurvex/spacing.h"
+#include "apps/nurvex/steps.h"
 
 #include <optional>
 #include <string>
@@ -12,10 +13,12 @@ namespace nurvex {
 /// `nurvex draw`
 struct DrawOptions {
     std::string input;
-    std::string output;
+    std::string output; ///< a `%` in it stands for the number of the picture
+    std::vector<Step> steps;
     std::optional<double> scale; ///< what the format takes by itself where it is empty
     Spacing spacing;
     bool dark = false;
+    bool report = false;
 };
 
 /// `nurvex check`

@@ -1,9 +1,8 @@
 #include "apps/nurvex/commands.h"
 
-#include "apps/nurvex/drawing.h"
 #include "apps/nurvex/graph_file.h"
-#include "apps/nurvex/picture_file.h"
 #include "apps/nurvex/progress.h"
+#include "apps/nurvex/series.h"
 #include "nurvex7/model/queries.h"
 
 #include <QGuiApplication>
@@ -47,13 +46,13 @@ std::string many(int number, const std::string& thing) {
 } // namespace
 
 void RunDraw(const DrawOptions& options) {
-    const PictureFile picture(options.output);
+    Series series(options.output, options.steps.size() + 1);
     Progress progress;
     progress.SetStage("reading");
     const GraphFile file(options.input);
     progress.SetStage("checking");
     file.Check();
-    const auto graph = file.Load();
+    series.Rehearse(file, options.steps);
 
     // Pictures need fonts, but no display: the application works without one at all times.
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -61,14 +60,13 @@ void RunDraw(const DrawOptions& options) {
     int no_words = 0;
     const QGuiApplication application(no_words, nullptr);
 
-    progress.SetStage("laying out");
-    const Drawing drawing(graph, options.spacing,
-                          options.dark ? Style::Theme::DARK : Style::Theme::LIGHT);
-    progress.SetStage("drawing");
-    const std::string remark = picture.Write(drawing, options.scale, file.GetTitle());
+    const std::string remark = series.Draw(file, options, progress);
     progress.Stop();
     if (!remark.empty()) {
         std::cerr << "nurvex: " << remark << '\n';
+    }
+    if (options.report) {
+        series.GetReport().Print(std::cout);
     }
 }
 

@@ -1,12 +1,12 @@
 #include "apps/nurvex/drawing.h"
 
-#include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
 #include <QImage>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace nurvex {
@@ -38,35 +38,126 @@ private:
     bool empty = true;
 };
 
+template <typename Item>
+std::unordered_set<int> ids_of(const std::vector<Item>& items) {
+    std::unordered_set<int> ids;
+    for (const Item& item : items) {
+        ids.insert(item.GetID());
+    }
+    return ids;
+}
+
+template <typename Item>
+std::unordered_set<int> ids_without(const std::vector<Item>& items,
+                                    const std::unordered_set<int>& left_out) {
+    std::unordered_set<int> ids = ids_of(items);
+    for (const int id : left_out) {
+        ids.erase(id);
+    }
+    return ids;
+}
+
+bool holds(const std::vector<Node>& owners, const Node& node) {
+    return std::find(owners.begin(), owners.end(), node) != owners.end();
+}
+
+bool lies_in_one_of(const Node& node, const std::vector<Node>& owners) {
+    for (Node at = node; !IsRoot(at);) {
+        at = at.GetOwner();
+        if (holds(owners, at)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 Drawing::Drawing(graph_ptr2<Graph> given_graph, const Spacing& spacing, Style::Theme theme)
-    : graph(given_graph), style(theme), typesetter(std::make_shared<nurvex7::qt::Typesetter>()) {
-    lay_out(spacing);
-    MarkDrawnIn(graph);
+    : layout(std::make_unique<SeriesLayout>(spacing.level_gap, spacing.node_gap, spacing.edge_gap,
+                                            spacing.edge_margin)),
+      graph(given_graph), style(theme), typesetter(std::make_shared<nurvex7::qt::Typesetter>()) {
+    // A layout of its own: the shared one has spacing of its own.
+    graph->SetDefaultLayout(graph_ptr2<ILayout>(layout.get(), /*owns=*/false));
+    lay_out();
     collect();
     find_page();
 }
 
-void Drawing::lay_out(const Spacing& spacing) {
+Drawing::~Drawing() {
+    graph->SetDefaultLayout(GetDefaultLayout());
+}
+
+void Drawing::lay_out() {
     // Sizes do not depend on the surface, so any will do to measure with.
     QImage surface(1, 1, QImage::Format_RGB32);
     QtPainter painter(surface, typesetter);
     painter.BeginPaint(IPainter::StdSettings::STANDARD);
     painter.SetFont(style.GetFont());
     style.Dress(graph, &painter);
-    // A layout of its own: the shared one has spacing of its own. It goes once it is done, for it
-    // keeps nodes, and these keep the store that would keep it.
-    graph->SetDefaultLayout(graph_ptr2<IncLayout>(
-        new IncLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin),
-        /*owns=*/true));
     graph->RecalculateLayout(&painter);
-    graph->SetDefaultLayout(GetDefaultLayout());
     painter.EndPaint();
     style.Dress(graph, nullptr);
+    MarkDrawnIn(graph);
+}
+
+Drawing::Passage Drawing::Follow(const StepEffect& effect) {
+    for (const auto& [node, size] : effect.sizes) {
+        style.SetSize(node, size);
+    }
+    Passage passage;
+    queue(effect, passage);
+    const std::unordered_set<int> nodes_before = ids_of(nodes);
+    const std::unordered_set<int> edges_before = ids_of(edges);
+    const auto started = std::chrono::steady_clock::now();
+    lay_out();
+    const std::chrono::duration<double, std::milli> time =
+        std::chrono::steady_clock::now() - started;
+    passage.milliseconds = time.count();
+    collect();
+    accented_nodes = ids_without(nodes, nodes_before);
+    accented_edges = ids_without(edges, edges_before);
+    find_page();
+    return passage;
+}
+
+// Where what is new cannot be fitted in, that owner is laid out from nothing, which serves all that
+// it owns too. The others are updated, each together with what it owns, so that only the outermost
+// are queued. Every Make runs before the first Update, and both before the sizes of the owners
+// around them follow.
+void Drawing::queue(const StepEffect& effect, Passage& passage) {
+    std::vector<Node> unfit;
+    for (const Node& owner : effect.owners) {
+        const UpdateOutlook outlook = layout->LookAheadAlone(owner);
+        if (outlook == UpdateOutlook::NEVER_LAID_OUT || outlook == UpdateOutlook::DOES_NOT_FIT) {
+            unfit.push_back(owner);
+        }
+    }
+    for (Node owner : effect.owners) {
+        if (lies_in_one_of(owner, unfit)) {
+            continue;
+        }
+        if (holds(unfit, owner)) {
+            owner.MakeLayout();
+            passage.made.push_back(owner);
+        } else if (!lies_in_one_of(owner, effect.owners)) {
+            owner.UpdateLayout();
+            passage.updated.push_back(owner);
+        }
+    }
+    for (auto [node, size] : effect.sizes) {
+        node.ResizeSelf();
+    }
+}
+
+void Drawing::DropLayout() {
+    graph->SetDefaultLayout(GetDefaultLayout());
+    layout.reset();
 }
 
 void Drawing::collect() {
+    nodes.clear();
+    edges.clear();
     ForEachNodeIn(
         graph->GetRoot(),
         [this](const Node& node) {
@@ -83,6 +174,10 @@ void Drawing::collect() {
             }
         },
         /*post_order=*/false, /*include_self=*/false);
+}
+
+bool Drawing::IsAccented(const Node& node) const {
+    return accented_nodes.count(node.GetID()) != 0;
 }
 
 void Drawing::find_page() {
@@ -106,7 +201,6 @@ void Drawing::find_page() {
 }
 
 void Drawing::Paint(QtPainter& painter) const {
-    constexpr double zoom = 1;
     painter.BeginPaint(IPainter::StdSettings::STANDARD);
     IPainter::CoordInfo info{0,
                              page.x(),
@@ -124,14 +218,10 @@ void Drawing::Paint(QtPainter& painter) const {
     painter.SetBrush({});
     painter.SetFont(style.GetFont());
     for (const Node& node : nodes) {
-        const auto handler = node.GetHandler();
-        handler->SetZoomFactor(zoom);
-        handler->Draw(node, &painter);
+        style.Draw(node, &painter, IsAccented(node));
     }
     for (const Edge& edge : edges) {
-        const auto handler = edge.GetHandler();
-        handler->SetZoomFactor(zoom);
-        handler->Draw(edge, &painter);
+        style.Draw(edge, &painter, accented_edges.count(edge.GetID()) != 0);
     }
     painter.EndPaint();
 }

@@ -18,9 +18,11 @@ public:
     /// Errors  a Failure where there are any
     void Check() const;
 
-    /// The graph. Duty: it has been checked.
+    /// A new graph at each call. Duty: the text has been checked.
     nurvex7::graph_ptr2<nurvex7::Graph> Load() const;
 
+    /// The text as it was read.
+    const std::string& GetContent() const { return content; }
     /// The name in messages.
     const std::string& GetName() const { return name; }
     /// The name without directory and suffix.

@@ -9,7 +9,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -83,7 +82,7 @@ void PictureFile::check_target() const {
 }
 
 std::string PictureFile::Write(const Drawing& drawing, std::optional<double> scale,
-                               const std::string& title) const {
+                               const std::string& title) {
     const QSizeF size = drawing.GetSize();
     std::string remark;
     double factor = scale.value_or(format == Format::PNG ? 2.0 : 1.0);
@@ -179,13 +178,25 @@ QByteArray PictureFile::make_pdf(const Drawing& drawing, double scale,
     return out.data();
 }
 
-void PictureFile::save(const QByteArray& content) const {
-    QSaveFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
-        !file.commit()) {
-        fail(path, "cannot be written: " + file.errorString().toStdString() +
-                       "; check the directory and the space left in it");
+void PictureFile::save(const QByteArray& content) {
+    written = std::make_unique<QSaveFile>(QString::fromStdString(path));
+    if (!written->open(QIODevice::WriteOnly) || written->write(content) != content.size() ||
+        !written->flush()) {
+        fail_to_write();
     }
+}
+
+void PictureFile::Place() {
+    if (written == nullptr || !written->commit()) {
+        fail_to_write();
+    }
+    written.reset();
+}
+
+void PictureFile::fail_to_write() const {
+    const std::string reason =
+        written != nullptr ? written->errorString().toStdString() : "nothing has been drawn";
+    fail(path, "cannot be written: " + reason + "; check the directory and the space left in it");
 }
 
 } // namespace nurvex

@@ -2,25 +2,31 @@
 
 #include "apps/nurvex/drawing.h"
 
+#include <QSaveFile>
+
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace nurvex {
 
-/// A file that a drawing is written to, in the format that its suffix tells.
+/// A file that a drawing is written to, in the format that its suffix tells. Pictures that belong
+/// together are all written first, and put in their places then.
 class PictureFile {
 public:
     /// Errors  a Failure where the suffix is unknown, or where no such file can be written
     explicit PictureFile(const std::string& given_path);
 
-    /// Writes the picture beside the file and puts it in place when it is complete; what was there
-    /// before stays untouched until then.
+    /// Writes the picture beside the file; what was there before stays untouched.
     ///
     /// Gives a remark for the user where the picture could not be as large as the scale says; empty
     /// mostly. Without a scale the format takes its own.
     /// Errors  a Failure where the picture is too large or cannot be written
     std::string Write(const Drawing& drawing, std::optional<double> scale,
-                      const std::string& title) const;
+                      const std::string& title);
+    /// Puts the written picture in the place of the file. Without it nothing is left behind.
+    /// Errors  a Failure where that cannot be done
+    void Place();
 
 private:
     enum class Format { SVG, PNG, PDF };
@@ -30,10 +36,12 @@ private:
     QByteArray make_svg(const Drawing& drawing, double scale, const std::string& title) const;
     QByteArray make_png(const Drawing& drawing, double scale) const;
     QByteArray make_pdf(const Drawing& drawing, double scale, const std::string& title) const;
-    void save(const QByteArray& content) const;
+    void save(const QByteArray& content);
+    [[noreturn]] void fail_to_write() const;
 
     std::string path;
     Format format;
+    std::unique_ptr<QSaveFile> written;
 };
 
 } // namespace nurvex

@@ -7,6 +7,8 @@
 #include "nurvex7/presentation/dummy_edge_handler.h"
 #include "nurvex7/presentation/simple_node_handler.h"
 
+#include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace nurvex {
@@ -17,6 +19,9 @@ public:
     enum class Theme { LIGHT, DARK };
 
     explicit Style(Theme theme);
+    ~Style();
+    Style(const Style&) = delete;
+    Style& operator=(const Style&) = delete;
 
     tamsel7::_color GetBackground() const { return background; }
     /// The font of all captions.
@@ -29,8 +34,18 @@ public:
     void Dress(const nurvex7::graph_ptr2<nurvex7::Graph>& graph,
                tamsel7::IPainter* measuring_painter) const;
 
+    /// Gives a leaf a size of its own in place of that of its caption. Queues nothing.
+    void SetSize(const nurvex7::Node& node, tamsel7::size<double> size);
+
+    /// Draws a node or an edge at scale 1; with an accent, so that it is seen at once.
+    /// Duty    the graph has been dressed
+    void Draw(const nurvex7::Node& node, tamsel7::IPainter* painter, bool accented) const;
+    void Draw(const nurvex7::Edge& edge, tamsel7::IPainter* painter, bool accented) const;
+
 private:
-    using NodeHandler = nurvex7::graph_ptr2<nurvex7::SimpleNodeHandler>;
+    class NodeHandler;
+    using EdgeHandler = nurvex7::graph_ptr2<nurvex7::DummyEdgeHandler>;
+    using Sizes = std::unordered_map<int, tamsel7::size<double>>;
 
     struct Look {
         tamsel7::_color fill;
@@ -38,13 +53,23 @@ private:
         tamsel7::_color caption;
     };
 
-    NodeHandler make_handler(const Look& look, int longest_caption) const;
-    const NodeHandler& cluster_handler(std::size_t depth) const;
+    /// What nodes of one kind look like, and with the accent.
+    struct Wardrobe {
+        nurvex7::graph_ptr2<NodeHandler> usual;
+        nurvex7::graph_ptr2<NodeHandler> accented;
+    };
+
+    nurvex7::graph_ptr2<NodeHandler> make_handler(const Look& look, int longest_caption) const;
+    static EdgeHandler make_edge_handler(tamsel7::_color color);
+    const Wardrobe& cluster_wardrobe(std::size_t depth) const;
+    nurvex7::graph_ptr2<NodeHandler> accented_for(const nurvex7::Node& node) const;
 
     tamsel7::_color background;
-    NodeHandler leaf;
-    std::vector<NodeHandler> clusters; ///< by depth, from the outermost
-    nurvex7::graph_ptr2<nurvex7::DummyEdgeHandler> edge;
+    std::shared_ptr<Sizes> given_sizes = std::make_shared<Sizes>(); ///< by node id
+    Wardrobe leaf;
+    std::vector<Wardrobe> clusters; ///< by depth, from the outermost
+    EdgeHandler edge;
+    EdgeHandler accented_edge;
 };
 
 } // namespace nurvex

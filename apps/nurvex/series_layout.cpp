@@ -1,0 +1,274 @@
+#include "apps/nurvex/series_layout.h"
+
+#include "nurvex7/model/folding.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <limits>
+#include <set>
+
+namespace nurvex {
+
+using namespace nurvex7;
+
+// The bends of an edge between a node and the border of its owner, by their places in the list: two
+// beside the node, which stand on no level, and for each level on the way one that stands on it. On
+// the levels between, it has a partner at the other side of the column.
+namespace {
+
+int first_on_level(Order order) {
+    return order == ORDER_IN ? 0 : 2;
+}
+
+int last_on_level(Order order, int count) {
+    return order == ORDER_IN ? count - 3 : count - 1;
+}
+
+} // namespace
+
+SeriesLayout::SeriesLayout(double level_gap_, double node_gap_, double edge_gap_,
+                           double edge_margin_)
+    : IncLayout(level_gap_, node_gap_, edge_gap_, edge_margin_) {
+    serves_nests_flat = true;
+    const auto insert_behind = [](std::vector<phase_t>& phases, phase_t known,
+                                  void (SeriesLayout::*own)()) {
+        const auto place = std::find(phases.begin(), phases.end(), known);
+        phases.insert(place + 1, static_cast<phase_t>(own));
+    };
+    const phase_t restored = &SeriesLayout::restore_old_levels;
+    const phase_t placed = &SeriesLayout::place_nodes_on_levels;
+    const phase_t fitted_in = &SeriesLayout::calculate_new_nodes_y_coords;
+    insert_behind(update_phases, restored, &SeriesLayout::restore_crossings);
+    insert_behind(update_phases, placed, &SeriesLayout::renew_crossings);
+    insert_behind(update_phases, fitted_in, &SeriesLayout::sort_levels);
+    insert_behind(resize_phases, restored, &SeriesLayout::restore_crossings);
+    insert_behind(resize_phases, restored, &SeriesLayout::restore_marks);
+    const phase_t shifted = &SeriesLayout::make_y_shifts;
+    for (std::vector<phase_t>* const phases : {&update_phases, &resize_phases}) {
+        std::replace(phases->begin(), phases->end(), shifted,
+                     static_cast<phase_t>(&SeriesLayout::open_rooms));
+    }
+    for (std::vector<phase_t>* const phases : {&make_phases, &update_phases, &resize_phases}) {
+        phases->push_back(static_cast<phase_t>(&SeriesLayout::mark_crossings));
+    }
+}
+
+int SeriesLayout::LevelOf(const Node& node) const {
+    const auto records = cluster_info.find(node.GetOwner());
+    if (records == cluster_info.end()) {
+        return -1;
+    }
+    const auto* const entry = records->second.node_info.find(node.GetID());
+    return entry != nullptr ? entry->second.level : -1;
+}
+
+bool SeriesLayout::stood_before(const Node& node) {
+    return !IsFlagSet(node, NODE_HIDDEN) && !_is_new(node);
+}
+
+std::vector<SeriesLayout::Crossings> SeriesLayout::old_crossings() {
+    std::vector<Crossings> crossings;
+    for (const Node& node : nodes) {
+        if (stood_before(node)) {
+            crossings.push_back({node, ORDER_IN});
+            crossings.push_back({node, ORDER_OUT});
+        }
+    }
+    return crossings;
+}
+
+std::span<const NodeEdgePair> SeriesLayout::edges_of(const Crossings& crossings) {
+    return crossings.order == ORDER_IN ? edges_in_of(crossings.node) : edges_out_of(crossings.node);
+}
+
+// Tells the edges that run backwards or stay on their level from the others once more: what a
+// resize finds of that is about the owner that was served last.
+//
+// Reads   nodes, level in cur_info
+// Writes  reversed, flat of edges
+// Needs   restore_old_levels
+// Space   none
+void SeriesLayout::restore_marks() {
+    mark_reversed_edges(&nodes, /*by_order=*/false);
+}
+
+// Puts the old bends of crossing edges back on their levels, where they keep their y and their
+// place among the nodes.
+//
+// Reads   nodes, old_info, flags, y
+// Writes  level_nodes; records of bends in cur_info; neighbour lists
+// Needs   restore_old_levels
+// Leaves  every level in the order of the old y
+// Space   owner-relative
+void SeriesLayout::restore_crossings() {
+    for (const Crossings& crossings : old_crossings()) {
+        for (const NodeEdgePair& pair : edges_of(crossings)) {
+            restore_chain(crossings, pair.edge);
+        }
+    }
+    sort_levels();
+}
+
+// Brings every level into the order of its y. New nodes are listed behind the old ones; the owner
+// ends below the last node of a level, which has to be the lowest then.
+//
+// Reads   y
+// Writes  level_nodes
+// Space   owner-relative
+void SeriesLayout::sort_levels() {
+    for (std::vector<Node>& level : level_nodes) {
+        std::stable_sort(level.begin(), level.end(), NodeByYComparator());
+    }
+}
+
+void SeriesLayout::restore_chain(const Crossings& crossings, const Edge& edge) {
+    const auto& [node, order] = crossings;
+    NodeSet bends = edge.GetBreakNodesIn(node.GetOwner());
+    const int first = first_on_level(order);
+    const int last = last_on_level(order, bends.GetCount());
+    for (int i = first; i <= last; ++i) {
+        if (!old_info[bends.GetItem(i)].is_old) {
+            return; // an edge that has come since has no chain yet
+        }
+    }
+    for (int i = first; i <= last; ++i) {
+        const Node bend = bends.GetItem(i);
+        const NodeInfo old = old_info[bend];
+        (*cur_info)[bend] = old;
+        if (i % 2 == 0) {
+            lengthen_to_hold(old.level);
+            level_nodes[static_cast<std::size_t>(old.level)].push_back(bend);
+            if (i > first) {
+                mark_as_neighbours(bends.GetItem(i - 2), bend, edge);
+            }
+        }
+    }
+    if (first <= last) {
+        order == ORDER_IN ? mark_as_neighbours(bends.GetItem(last), node, edge)
+                          : mark_as_neighbours(node, bends.GetItem(first), edge);
+    }
+}
+
+// Opens room where a node has grown over the one below it, and pushes down everything below on all
+// levels alike, so that nodes of different levels stay aligned. A node may grow a little into its
+// gap without a push, and has the whole of it again after one.
+//
+// The pushed are those whose centre lies below the conflict. A node that has grown may have its
+// centre there too; it stays all the same, or it would go on covering the one below.
+//
+// Reads   level_nodes, y, sizes
+// Writes  y of the nodes on levels 1 to L-2
+// Needs   the old drawing restored
+// Leaves  the order along every level
+// Space   owner-relative
+void SeriesLayout::open_rooms() {
+    const std::map<double, double> rooms = find_rooms();
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        double below = std::numeric_limits<double>::infinity();
+        for (auto n = level_nodes[k].rbegin(); n != level_nodes[k].rend(); ++n) {
+            const tamsel7::point<double> p = n->GetPosition();
+            const double centre = p.y + _get_height(*n) / 2;
+            auto room = centre < below ? rooms.upper_bound(centre) : rooms.lower_bound(below);
+            below = p.y;
+            if (room != rooms.begin()) {
+                n->SetPosition(p.x, p.y + std::prev(room)->second);
+            }
+        }
+    }
+}
+
+// How far everything from a y on has to be pushed, by that y.
+std::map<double, double> SeriesLayout::find_rooms() {
+    const double least_gap = std::min(node_gap, edge_gap) / 2;
+    std::map<double, double> rooms;
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        for (std::size_t i = 1; i < level_nodes[k].size(); ++i) {
+            const Node& above = level_nodes[k][i - 1];
+            const Node& below = level_nodes[k][i];
+            const double bottom = above.GetPosition().y + _get_height(above);
+            const double y = below.GetPosition().y;
+            if (y < bottom + least_gap) {
+                const double need = bottom + (gap_of(above) + gap_of(below)) / 2 - y;
+                rooms[y] = std::max(rooms[y], need);
+            }
+        }
+    }
+    double sum = 0;
+    for (auto& [y, room] : rooms) {
+        sum += room;
+        room = sum;
+    }
+    return rooms;
+}
+
+// Makes the chains anew that do not lead to the border: those of edges that have come since, and
+// all on a side where a level was opened or given up at the border.
+//
+// Reads   nodes, old_info, cur_info
+// Writes  level_nodes, break nodes, neighbour lists
+// Needs   place_nodes_on_levels
+// Leaves  new bends behind the old nodes of their level
+// Space   none
+void SeriesLayout::renew_crossings() {
+    std::vector<Crossings> cut_off;
+    std::set<int> gone;
+    for (const Crossings& crossings : old_crossings()) {
+        const std::span<const NodeEdgePair> edges = edges_of(crossings);
+        if (std::all_of(edges.begin(), edges.end(), [&](const NodeEdgePair& pair) {
+                return reaches_border(crossings, pair.edge);
+            })) {
+            continue;
+        }
+        cut_off.push_back(crossings);
+        for (const NodeEdgePair& pair : edges) {
+            NodeSet bends = pair.edge.GetBreakNodesIn(crossings.node.GetOwner());
+            for (int i = 0; i < bends.GetCount(); ++i) {
+                gone.insert(bends.GetItem(i).GetID());
+            }
+        }
+    }
+    if (cut_off.empty()) {
+        return;
+    }
+    for (std::vector<Node>& level : level_nodes) {
+        std::erase_if(level, [&](const Node& n) { return gone.count(n.GetID()) != 0; });
+    }
+    for (const Crossings& crossings : cut_off) {
+        insert_dummy_nodes_inout(crossings.node, crossings.order);
+    }
+}
+
+bool SeriesLayout::reaches_border(const Crossings& crossings, const Edge& edge) {
+    const auto& [node, order] = crossings;
+    NodeSet bends = edge.GetBreakNodesIn(node.GetOwner());
+    const int border = order == ORDER_IN ? 0 : static_cast<int>(level_nodes.size()) - 1;
+    const int at_border = order == ORDER_IN ? 0 : bends.GetCount() - 1;
+    return bends.GetCount() >= 3 && (*cur_info)[bends.GetItem(at_border)].level == border;
+}
+
+// Records the chains as parts of the drawing, so that the next run finds them.
+//
+// Reads   nodes, flags, break nodes
+// Writes  is_old, was_hidden of bends in cur_info
+// Needs   the finished drawing
+// Space   none
+void SeriesLayout::mark_crossings() {
+    for (const Node& node : nodes) {
+        if (IsFlagSet(node, NODE_HIDDEN)) {
+            continue;
+        }
+        for (const Order order : {ORDER_IN, ORDER_OUT}) {
+            for (const NodeEdgePair& pair : edges_of({node, order})) {
+                NodeSet bends = pair.edge.GetBreakNodesIn(node.GetOwner());
+                const int last = last_on_level(order, bends.GetCount());
+                for (int i = first_on_level(order); i <= last; ++i) {
+                    NodeInfo& info = (*cur_info)[bends.GetItem(i)];
+                    info.is_old = info.level >= 0;
+                }
+            }
+        }
+    }
+}
+
+} // namespace nurvex

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "nurvex7/layout/inc_layout.h"
+
+#include <map>
+#include <span>
+#include <vector>
+
+namespace nurvex {
+
+/// The layout of a drawing that is followed from step to step. What an update and a resize keep is
+/// kept here too, and beside that
+///
+/// - edges across the border of a cluster come back with the old drawing inside it. By themselves
+///   their bends would not go along when a column grows, and lose their places from the second
+///   update on; an edge that has come to an old node would have no way to the border.
+/// - a node that has grown past the middle of the one below it gets its room, with the whole gap.
+/// - an owner is as tall as all that has been fitted in, also above what stood.
+/// - a resize knows again which edges run on tracks.
+class SeriesLayout : public nurvex7::IncLayout {
+public:
+    SeriesLayout(double level_gap, double node_gap, double edge_gap, double edge_margin);
+
+    /// The level of a node inside its owner; -1 where it has none. Duty: the node is not the root.
+    int LevelOf(const nurvex7::Node& node) const;
+
+private:
+    struct Crossings {
+        nurvex7::Node node;
+        nurvex7::Order order;
+    };
+
+    void restore_marks();
+    void restore_crossings();
+    void open_rooms();
+    void renew_crossings();
+    void sort_levels();
+    void mark_crossings();
+
+    std::map<double, double> find_rooms();
+    bool stood_before(const nurvex7::Node& node);
+    std::vector<Crossings> old_crossings();
+    std::span<const nurvex7::NodeEdgePair> edges_of(const Crossings& crossings);
+    void restore_chain(const Crossings& crossings, const nurvex7::Edge& edge);
+    bool reaches_border(const Crossings& crossings, const nurvex7::Edge& edge);
+};
+
+} // namespace nurvex
