@@ -61,5 +61,8 @@
 #include "nurvex7/presentation/rect_port_node_drawer.h"
 #include "nurvex7/presentation/simple_node_handler.h"
 #include "nurvex7/presentation/tooltip_event.h"
+#include "nurvex7/viewer/content.h"
+#include "nurvex7/viewer/drawing_walks.h"
+#include "nurvex7/viewer/iviewer.h"
 #include "nurvex7/viewer/rubber_rect.h"
 #include "nurvex7/viewer/rubber_rect_ex.h"
