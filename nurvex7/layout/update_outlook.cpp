@@ -45,7 +45,9 @@ private:
             const bool comes_back = info.is_old && info.was_hidden && !hidden;
             all_new = all_new && (!info.is_old || info.was_hidden);
             any_new = any_new || !info.is_old || comes_back;
-            all_anchored = all_anchored && (look_around(n, hidden, any_new) || info.is_old);
+            // Looked around in any case: the walk goes on from there.
+            const bool anchored = look_around(n, hidden, any_new);
+            all_anchored = all_anchored && (anchored || info.is_old);
         }
         if (!all_new && !all_anchored) {
             return UpdateOutlook::DOES_NOT_FIT;

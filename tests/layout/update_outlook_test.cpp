@@ -42,6 +42,16 @@ std::function<void(TestGraph&)> adding(const std::string& words) {
     return [words](TestGraph& g) { g.add(words); };
 }
 
+// The walk over the component starts at what has no place: x comes first in the order of ids.
+void move_in_before_all(TestGraph& g) {
+    Node x = g.node("x");
+    x.SetOwner(g.root());
+    g.node("gone").Remove();
+    const Node between = g.add_node(g.root(), "between");
+    g.add_edge(x, between);
+    g.add_edge(between, g.node("a"));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Changes, LookAhead,
     testing::Values(
@@ -51,6 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
         Change{"a component that is all new", "a>b", adding("c>d d>e"), UpdateOutlook::FITS},
         Change{"a chain of two on an old node", "a>b", adding("b>c c>d"),
                UpdateOutlook::DOES_NOT_FIT},
+        Change{"a chain that begins at the node without a place", "C/x gone a>b",
+               move_in_before_all, UpdateOutlook::DOES_NOT_FIT},
         Change{"a chain inside a cluster", "C/a>C/b C>d", adding("C/b>C/c C/c>C/e"),
                UpdateOutlook::DOES_NOT_FIT},
         Change{"a node that was hidden and is shown", "a>b !b",
