@@ -68,7 +68,10 @@ void IncLayout::insert_dummy_nodes_inout(const Node& node, Order order) {
     }
 }
 
+// The levels of the owner's own nodes are all there. Only the head of an edge into another graph,
+// which nobody lifts with the others, can stand further out.
 void IncLayout::put_dummy_on_level(const Node& dummy, int level) {
+    lengthen_to_hold(level);
     (*cur_info)[dummy].level = level;
     level_nodes[static_cast<std::size_t>(level)].push_back(dummy);
 }

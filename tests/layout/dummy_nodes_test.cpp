@@ -154,4 +154,18 @@ TEST(InsertDummyNodes, LengthsAndSegmentsOnRandomGraphs) {
     }
 }
 
+// Nobody lifts the head with the nodes of this graph, and what comes before all old levels lifts
+// every record: the head ends beyond the last level of those that are placed.
+TEST(InsertDummyNodes, TheHeadInAnotherGraphMayStandBeyondTheLastLevel) {
+    TestGraph other("f");
+    TestGraph g("a");
+    g.add_edge(g.node("a"), other.node("f"));
+    g.add_edge(other.node("f"), g.node("a"));
+    LayoutProbe probe(g);
+    probe.update_up_to("place_nodes_on_levels");
+    EXPECT_EQ(chain(probe, g.edge("a>f"), g.root()), "6: 2@2 3-2");
+    g.make();
+    other.make();
+}
+
 } // namespace
