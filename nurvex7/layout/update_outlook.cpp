@@ -113,9 +113,7 @@ UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) 
     if (owner.GetOwned().GetCount() == 0) {
         return UpdateOutlook::NOTHING_NEW;
     }
-    if (cluster_info.find(owner) == cluster_info.end()) {
-        return UpdateOutlook::NEVER_LAID_OUT;
-    }
+    const bool never_laid_out = cluster_info.find(owner) == cluster_info.end();
     const StructureIndex answers(owner);
     UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
     for (const Node& n : answers.GetNodes()) {
@@ -131,7 +129,9 @@ UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) 
             found != serving->cluster_info.end() ? &found->second : nullptr;
         outlook = std::max(outlook, _Outlook(records, answers, serving->keep_hidden).of(n));
     }
-    return outlook;
+    // An owner that this object never laid out may own some that another one did.
+    return never_laid_out && outlook != UpdateOutlook::DOES_NOT_FIT ? UpdateOutlook::NEVER_LAID_OUT
+                                                                    : outlook;
 }
 
 // Asked without making a record, as Node::GetLayout would. Null where it is a layout of another

@@ -94,6 +94,15 @@ TEST(LookAhead, AloneNamesTheOwnerThatDoesNotFit) {
     EXPECT_EQ(g.layout.LookAheadAlone(g.node("C")), UpdateOutlook::DOES_NOT_FIT);
 }
 
+TEST(LookAhead, SeesIntoOwnersThatAnotherLayoutServes) {
+    TestGraph g("C/a>C/b C>d");
+    g.make();
+    const IncLayout other;
+    EXPECT_EQ(other.LookAhead(g.root()), UpdateOutlook::NEVER_LAID_OUT);
+    g.add("C/b>C/c C/c>C/e");
+    EXPECT_EQ(other.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
+}
+
 TEST(LookAhead, MakesNoRecord) {
     TestGraph g("C/a>C/b C/b>d");
     g.make();
