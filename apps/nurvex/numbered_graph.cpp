@@ -41,6 +41,18 @@ std::vector<Node> all_inside(const Node& top, bool include_self) {
     return nodes;
 }
 
+void remove_edges_of(const Node& node) {
+    std::vector<Edge> edges;
+    for (EdgeSet side : {node.GetEdgesOut(), node.GetEdgesIn()}) {
+        for (int i = 0; i < side.GetCount(); ++i) {
+            edges.push_back(side.GetItem(i));
+        }
+    }
+    for (Edge& edge : edges) {
+        edge.Remove();
+    }
+}
+
 } // namespace
 
 // Loading makes one node for each line, in the order of the lines, and nodes get ascending ids.
@@ -78,9 +90,11 @@ Node NumberedGraph::Add(int file_id, const std::string& caption, Node owner) {
     return node;
 }
 
+// The edges go first: a removed node would stay among the neighbours of those it was joined to.
 void NumberedGraph::Remove(int file_id) {
     Node top = nodes.at(file_id);
     for (const Node& gone : all_inside(top, /*include_self=*/true)) {
+        remove_edges_of(gone);
         nodes.erase(FileIdOf(gone));
         file_ids.erase(gone.GetID());
     }

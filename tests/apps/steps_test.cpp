@@ -249,6 +249,7 @@ INSTANTIATE_TEST_SUITE_P(
         step("second_step", "hide 1 then hide 77", "step 2 (hide 77): there is no node 77"),
         step("root", "link 1 0", "there is no node 0"),
         step("removed", "remove 2 then hide 2", "step 2 (hide 2): there is no node 2"),
+        step("removed_child", "remove 6 then fold 3 children", "node 3 has no children"),
         step("removed_inside", "remove 20 and link 1 4", "there is no node 4"),
         step("not_added_yet", "link 1 7 and add 7", "there is no node 7"),
         step("taken", "add 1", "the id 1 is taken"),
