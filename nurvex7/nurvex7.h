@@ -33,6 +33,7 @@
 #include "nurvex7/platform/brevolt7/repeat_timer.h"
 #include "nurvex7/platform/brevolt7/scroll_box.h"
 #include "nurvex7/platform/brevolt7/scroll_model.h"
+#include "nurvex7/platform/brevolt7/scroll_state.h"
 #include "nurvex7/platform/brevolt7/scrollable_element.h"
 #include "nurvex7/platform/brevolt7/visual_element.h"
 #include "nurvex7/platform/brevolt7/window.h"

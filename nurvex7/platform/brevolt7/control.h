@@ -5,6 +5,8 @@
 #include "nurvex7/platform/tamsel7/geometry.h"
 #include "nurvex7/platform/tamsel7/timer.h"
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace tamsel7 {
@@ -14,6 +16,7 @@ class IPainter;
 namespace brevolt7 {
 
 class CVisualElement;
+class IWindowScrollBar;
 
 /// What a tree of elements asks of the window that it stands in. CWindowControl is the one that
 /// works; elements reach it with GetControl.
@@ -49,6 +52,10 @@ public:
     /// Puts a text, where there is one, and a picture of an area on the clipboard.
     virtual void SetClipboard(const std::string& text, const tamsel7::rectangle<int>& area) = 0;
     virtual tamsel7::CTimer& GetRepeatTimer() = 0;
+    /// See IWindow.
+    virtual std::unique_ptr<IWindowScrollBar> MakeScrollBar(bool horizontal,
+                                                            std::function<void(double)> moved) = 0;
+    virtual int GetScrollBarThickness() const = 0;
 
     // What elements report by themselves.
     virtual void RepeatTimerChanged() = 0;

@@ -19,30 +19,10 @@ constexpr tamsel7::_color THUMB_HOVERED(170, 170, 170);
 
 } // namespace
 
-ScrollState ScrollState::Of(const IScrollModel* model, int pixels) {
-    ScrollState state;
-    if (model == nullptr) {
-        return state;
-    }
-    const auto [length, on_pixels] = model->GetMeasure();
-    state.start = model->GetStart();
-    state.span = on_pixels > 0 ? pixels * length / on_pixels : 0;
-    state.from = std::min(model->GetFrom(), state.start);
-    state.to = std::max(model->GetTo(), state.start + state.span);
-    return state;
-}
-
-bool ScrollState::IsScrollable(const IScrollModel* model) const {
-    if (model == nullptr) {
-        return false;
-    }
-    const auto [length, on_pixels] = model->GetMeasure();
-    const double half_pixel = on_pixels > 0 ? 0.5 * length / on_pixels : 0;
-    return start - from > half_pixel || to - (start + span) > half_pixel;
-}
-
 CScrollBar::CScrollBar(CVisualElement* box, bool along_x)
-    : CVisualElement(box, {THICKNESS, THICKNESS}, Alignment::ALIGN_NONE), horizontal(along_x) {}
+    : CVisualElement(box, {THICKNESS, THICKNESS}, Alignment::ALIGN_NONE), horizontal(along_x) {
+    take_window_bar(GetControl());
+}
 
 void CScrollBar::SetModel(const IScrollModel* shown) {
     model = shown;
@@ -69,13 +49,19 @@ std::pair<int, int> CScrollBar::GetThumb() const {
 
 void CScrollBar::UpdateElement() {
     const ScrollState now = ScrollState::Of(model, length());
-    if (!(now == state)) {
+    if (window_bar) {
+        place_window_bar();
+        window_bar->SetState(now);
+    } else if (!(now == state)) {
         state = now;
         OnChange(this, UpdateType::UPDATE_REPAINT);
     }
 }
 
 void CScrollBar::DrawContent(tamsel7::IPainter* painter) {
+    if (window_bar) {
+        return; // it stands on top of this element
+    }
     const tamsel7::rectangle<int> bounds = GetBounds();
     painter->SetBrush({TRACK, 1});
     painter->FillRect(0, 0, bounds.right, bounds.bottom);
@@ -149,8 +135,51 @@ void CScrollBar::HandleMouseLeave(CVisualElement* /*who*/) {
     OnChange(this, UpdateType::UPDATE_REPAINT);
 }
 
-void CScrollBar::ProcessSetControl(IControl* /*control*/) {
+// The bar of the window
+
+int CScrollBar::GetThickness() const {
+    return window_bar ? GetControl()->GetScrollBarThickness() : THICKNESS;
+}
+
+void CScrollBar::ProcessSetControl(IControl* control) {
     StopRepeat();
+    take_window_bar(control);
+}
+
+void CScrollBar::take_window_bar(IControl* control) {
+    window_bar.reset();
+    if (control != nullptr) {
+        window_bar = control->MakeScrollBar(horizontal, [this](double to) { OnScroll(this, to); });
+        show_window_bar();
+    }
+}
+
+void CScrollBar::ProcessSetVisible(bool /*visible*/) {
+    show_window_bar();
+}
+
+void CScrollBar::ProcessSetParentVisible(bool visible) {
+    in_sight = visible;
+    show_window_bar();
+}
+
+void CScrollBar::HandleRefreshPos() {
+    place_window_bar();
+}
+
+void CScrollBar::place_window_bar() {
+    if (window_bar) {
+        const tamsel7::point<int> corner = ToWindow({0, 0});
+        const tamsel7::rectangle<int> bounds = GetBounds();
+        window_bar->SetPlace(
+            {corner.x, corner.y, corner.x + bounds.right, corner.y + bounds.bottom});
+    }
+}
+
+void CScrollBar::show_window_bar() {
+    if (window_bar) {
+        window_bar->SetShown(IsVisible() && in_sight);
+    }
 }
 
 void CScrollBar::ProcessRepeatOperation() {

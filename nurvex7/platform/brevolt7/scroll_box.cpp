@@ -119,9 +119,10 @@ IScrollModel* CScrollBox::GetWrappedHorzScroll() const {
 
 tamsel7::rectangle<int> CScrollBox::GetContentRect() const {
     const tamsel7::rectangle<int> bounds = GetBounds();
-    const int right = vert_bar->IsVisible() ? bounds.right - CScrollBar::THICKNESS : bounds.right;
+    const int right =
+        vert_bar->IsVisible() ? bounds.right - vert_bar->GetThickness() : bounds.right;
     const int bottom =
-        horz_bar->IsVisible() ? bounds.bottom - CScrollBar::THICKNESS : bounds.bottom;
+        horz_bar->IsVisible() ? bounds.bottom - horz_bar->GetThickness() : bounds.bottom;
     return {0, 0, std::max(0, right), std::max(0, bottom)};
 }
 
@@ -145,9 +146,9 @@ void CScrollBox::place_parts() {
                 ScrollState::Of(wrapped.inner, pixels).IsScrollable(wrapped.inner));
     };
     bool below = shows(horz_bar_policy, *horz, bounds.right);
-    const int height = std::max(0, bounds.bottom - (below ? CScrollBar::THICKNESS : 0));
+    const int height = std::max(0, bounds.bottom - (below ? horz_bar->GetThickness() : 0));
     const bool beside = shows(vert_bar_policy, *vert, height);
-    const int width = std::max(0, bounds.right - (beside ? CScrollBar::THICKNESS : 0));
+    const int width = std::max(0, bounds.right - (beside ? vert_bar->GetThickness() : 0));
     below = below || shows(horz_bar_policy, *horz, width);
     vert_bar->SetVisible(beside);
     horz_bar->SetVisible(below);
@@ -177,7 +178,7 @@ void CScrollBox::DrawContent(tamsel7::IPainter* painter) {
     const tamsel7::rectangle<int> content = GetContentRect();
     const tamsel7::rectangle<int> bounds = GetBounds();
     if (vert_bar->IsVisible() && horz_bar->IsVisible()) {
-        painter->SetBrush({CORNER, 1});
+        painter->SetBrush({vert_bar->IsPainted() ? CORNER : GetBkColor(), 1});
         painter->FillRect(content.right, content.bottom, bounds.right, bounds.bottom);
     }
 }

@@ -2,9 +2,12 @@
 
 #include "nurvex7/export.h"
 #include "nurvex7/platform/brevolt7/element_types.h"
+#include "nurvex7/platform/brevolt7/scroll_state.h"
 #include "nurvex7/platform/tamsel7/geometry.h"
 #include "nurvex7/platform/tamsel7/tooltip_event.h"
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace tamsel7 {
@@ -12,6 +15,17 @@ class IPainter;
 }
 
 namespace brevolt7 {
+
+/// A scroll bar of the window's own kind, in the place of a painted one.
+class NURVEX7_API IWindowScrollBar {
+public:
+    virtual ~IWindowScrollBar();
+    /// Space: pixels of the window.
+    virtual void SetPlace(const tamsel7::rectangle<int>& place) = 0;
+    virtual void SetShown(bool shown) = 0;
+    /// What the bar is to show. Duty: the bar does not report it as a move of the user.
+    virtual void SetState(const ScrollState& state) = 0;
+};
 
 /// The window that a CWindowControl stands in: all that a host implements.
 ///
@@ -44,6 +58,12 @@ public:
     virtual void StopTimer(int id) = 0;
     /// Puts a text, where there is one, and the kept pixels of an area on the clipboard.
     virtual void SetClipboard(const std::string& text, const tamsel7::rectangle<int>& area) = 0;
+    /// A scroll bar that calls `moved` with the start that the user wants, from the event loop. The
+    /// body gives none: bars are painted then.
+    virtual std::unique_ptr<IWindowScrollBar> MakeScrollBar(bool horizontal,
+                                                            std::function<void(double)> moved);
+    /// How thick such bars are.
+    virtual int GetScrollBarThickness() const;
 };
 
 } // namespace brevolt7

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace brevolt7 {
 
@@ -149,6 +150,15 @@ tamsel7::rectangle<int> CWindowControl::GetClientRect() const {
 
 void CWindowControl::SetClipboard(const std::string& text, const tamsel7::rectangle<int>& area) {
     inside->window.SetClipboard(text, intersection(area, GetClientRect()));
+}
+
+std::unique_ptr<IWindowScrollBar> CWindowControl::MakeScrollBar(bool horizontal,
+                                                                std::function<void(double)> moved) {
+    return inside->window.MakeScrollBar(horizontal, std::move(moved));
+}
+
+int CWindowControl::GetScrollBarThickness() const {
+    return inside->window.GetScrollBarThickness();
 }
 
 // Timers

@@ -5,6 +5,7 @@
 #include "nurvex7/platform/brevolt7/visual_element.h"
 #include "nurvex7/platform/brevolt7/window.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -96,6 +97,9 @@ public:
     tamsel7::point<int> GetPointer() const override;
     void SetClipboard(const std::string& text, const tamsel7::rectangle<int>& area) override;
     tamsel7::CTimer& GetRepeatTimer() override;
+    std::unique_ptr<IWindowScrollBar> MakeScrollBar(bool horizontal,
+                                                    std::function<void(double)> moved) override;
+    int GetScrollBarThickness() const override;
     void RepeatTimerChanged() override;
     void ScheduleRepaint() override;
     void CursorChanged(CVisualElement* element) override;
