@@ -1,8 +1,8 @@
 #include "hosts/qt/qt_painter.h"
 #include "hosts/qt/svg_canvas.h"
 
+#include <QApplication>
 #include <QBuffer>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPdfWriter>
 #include <QSvgRenderer>
@@ -594,7 +594,7 @@ TEST(SvgCanvas, ClipsAreDefinedOnceAndClosed) {
 
 int main(int count, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(count, arguments);
+    const QApplication application(count, arguments);
     testing::InitGoogleTest(&count, arguments);
     return RUN_ALL_TESTS();
 }
