@@ -1,24 +1,25 @@
 #pragma once
 
+#include "apps/nurvex/visibility.h"
 #include "nurvex7/presentation/port_node_handler.h"
+
+#include <vector>
 
 namespace nurvex {
 
 /// Fold ports for graphs with clusters. A fold hides and shows neighbours wherever they are, but
-/// has only the owner of the clicked node laid out; this handler sees to the other owners, so that
-/// their clusters close up around what is gone and make room for what is back.
+/// has only the owner of the clicked node laid out; this handler sees to the other owners.
 ///
-/// Before an update it asks the layout whether the change can be fitted in: of nodes that were
-/// never drawn before, several can come in at once with only one of them beside something that is
-/// shown. Such an owner is laid out from nothing, and the others keep their drawings.
-///
-/// Queues  UpdateLayout of each owner with a neighbour that was folded or unfolded, unless an owner
-///         around it is to be updated; MakeLayout of each owner that an update cannot serve;
-///         ResizeSelf of each owner with a neighbour that was unfolded
+/// Queues  what QueueLayoutsBesideFold tells
 class FoldHandler : public nurvex7::PortNodeHandler {
 public:
     int HandleClick(nurvex7::Node node, double x, double y, int flags,
                     tamsel7::MouseButton button) override;
+
+protected:
+    /// A click has folded or unfolded neighbours of a node; their layouts are queued.
+    virtual void HandleFolded(const nurvex7::Node& node,
+                              const std::vector<VisibilityChange>& changes);
 };
 
 } // namespace nurvex
