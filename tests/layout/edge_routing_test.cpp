@@ -27,7 +27,9 @@ TEST_P(Routes, AsDrawn) {
 INSTANTIATE_TEST_SUITE_P(Golden, Routes,
                          testing::Values("one_edge", "long_edge", "reversed_edge",
                                          "long_reversed_edge", "two_reversed_edges", "self_loop",
-                                         "flat_edges", "through_a_cluster"),
+                                         "flat_edges", "through_a_cluster", "new_edge_below_a_row",
+                                         "new_edge_through_a_gap", "new_first_level",
+                                         "new_node_between_levels"),
                          [](const auto& row) { return std::string(row.param); });
 
 tamsel7::point<double> bend(const Edge& edge, const Node& owner, int index) {

@@ -71,17 +71,4 @@ TEST(NewNodesYCoords, ALevelOfNewNodesAloneFollowsItsNeighbours) {
     EXPECT_EQ(g.node("e").GetPosition().y, g.node("b").GetPosition().y);
 }
 
-TEST(NewNodesYCoords, ANewEdgeBetweenOldNodesMovesNone) {
-    TestGraph g("a>b b>c c>d");
-    LayoutProbe probe(g);
-    probe.make();
-    g.add("a>d");
-    probe.update();
-    EXPECT_EQ(probe.levels(), "a | b a>d | c a>d | d");
-    EXPECT_EQ(g.edge("a>d").GetBreakNodes().GetCount(), 8);
-    for (const char* caption : {"a", "b", "c", "d"}) {
-        EXPECT_EQ(g.node(caption).GetPosition().y, g.node("a").GetPosition().y);
-    }
-}
-
 } // namespace

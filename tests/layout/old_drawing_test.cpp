@@ -1,11 +1,8 @@
+#include "nurvex7/model/folding.h"
 #include "tests/support/drawing.h"
 #include "tests/support/layout_probe.h"
-#include "tests/support/plain_queries.h"
-#include "tests/support/random_graph.h"
 
 #include <gtest/gtest.h>
-
-#include <map>
 
 namespace {
 
@@ -50,53 +47,6 @@ TEST(RestoreOldLevels, AHiddenNodeLeavesItsLevelAndKeepsItsNumber) {
     Show(g.node("d"));
     probe.update();
     EXPECT_EQ(probe.levels(), "a | b d | c");
-}
-
-/// The y of everything that stands on a level.
-std::vector<double> all_ys(LayoutProbe& probe) {
-    std::vector<double> ys;
-    for (std::size_t k = 1; k + 1 < probe.level_nodes().size(); ++k) {
-        const std::vector<double> level = probe.ys(k);
-        ys.insert(ys.end(), level.begin(), level.end());
-    }
-    return ys;
-}
-
-std::map<int, int> first_bends(const TestGraph& g) {
-    std::map<int, int> first;
-    for (const Edge& edge : g.edges()) {
-        const std::vector<Node> bends = items(edge.GetBreakNodes());
-        first[edge.GetID()] = bends.empty() ? 0 : bends.front().GetID();
-    }
-    return first;
-}
-
-// The drawing as a whole may come up by the height that the handler reports for the owner, where
-// its topmost node lay below node_gap.
-TEST(Update, WithNothingNewChangesNothing) {
-    for (unsigned seed = 0; seed < 40; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomShape shape = shape_of_seed(seed, 30);
-        shape.inside = 0;
-        TestGraph g;
-        grow(g, seed, shape);
-        LayoutProbe probe(g);
-        probe.make();
-        const std::string levels = probe.levels();
-        const std::vector<double> before = all_ys(probe);
-        const std::map<int, int> bends = first_bends(g);
-        const double width = g.root().GetSize().width;
-        probe.update();
-        EXPECT_EQ(probe.levels(), levels);
-        EXPECT_EQ(first_bends(g), bends);
-        EXPECT_EQ(g.root().GetSize().width, width);
-        const std::vector<double> after = all_ys(probe);
-        ASSERT_EQ(after.size(), before.size());
-        for (std::size_t i = 0; i < after.size(); ++i) {
-            EXPECT_NEAR(before[i] - after[i], before[0] - after[0], 1e-9);
-            EXPECT_GE(before[i] - after[i], -1e-9);
-        }
-    }
 }
 
 TEST(Resize, OpensRoomWhereANodeHasGrownAndPlacesNothingNew) {

@@ -53,10 +53,16 @@ void add_edge_facts(std::vector<Fact>& facts, const Edge& edge) {
 std::string drawing_text(const TestGraph& g) {
     std::ostringstream out;
     for (const Node& node : g.nodes()) {
+        if (hidden(node)) {
+            continue;
+        }
         out << node.GetCaption() << ' ' << tests::text_of(node.GetSize().width) << 'x'
             << tests::text_of(node.GetSize().height) << " at " << at(node) << '\n';
     }
     for (const Edge& edge : g.edges()) {
+        if (hidden(edge.From()) || hidden(edge.To())) {
+            continue;
+        }
         out << edge.GetCaption();
         for (const Node& bend : items(edge.GetBreakNodes())) {
             out << ' ' << at(bend);

@@ -8,7 +8,7 @@
 namespace nurvex7::testing_support {
 
 /// A drawing as text, one fact a line: `a 60x20 at 35,12`, then `a>b 95,22 100,22`. At most three
-/// decimals. Order: nodes as added, then edges as added.
+/// decimals; hidden nodes and their edges are left out. Order: nodes as added, then edges as added.
 std::string drawing_text(const TestGraph& g);
 
 /// One number of a drawing with the place where it stands.
