@@ -36,7 +36,8 @@ enum class UpdateOutlook {
 ///
 /// A run serves one owner and what it owns directly. Make and Update serve the owners below first:
 /// for the outer run an owner is one large node. All phases are members that a derived layout may
-/// replace in the lists or call from phases of its own.
+/// replace in the lists or call from phases of its own. It names them through its own class, and
+/// puts its own in as `static_cast<phase_t>(&Derived::phase)`.
 ///
 /// Space   owner-relative, in all phases
 /// Keeps   the tables of an owner, and with them its nodes and their visual store, until the next
