@@ -41,7 +41,8 @@ enum class UpdateOutlook {
 ///
 /// Space   owner-relative, in all phases
 /// Keeps   the tables of an owner, and with them its nodes and their visual store, until the next
-///         Make of the owner or of the root; also after the graph is gone
+///         Make of the owner or of the root, or until the owner is removed and another run begins;
+///         also after the graph is gone
 /// Duty    not for two graphs in turn: the tables of an owner are kept under its id, and the roots
 ///         of all graphs share the id 0. In an Update each new node has an old neighbour that was
 ///         visible, or its whole component is new.
@@ -249,6 +250,7 @@ private:
     void serve_inside(const Node& owner, void (*serve)(Node));
     void start_run(const Node& owner);
     void remember_old_drawing(const Node& owner);
+    void forget_removed_owners();
     void take_old_drawing_back(const Node& owner);
 
     void raise_levels(const std::vector<Node>& sources, int level);

@@ -14,6 +14,7 @@ IncLayout::KeptAnswers::KeptAnswers(IncLayout& l, const Node& owner) : layout(l)
     if (layout.structure == nullptr || !layout.structure->Covers(owner)) {
         replaced = true;
         before = std::exchange(layout.structure, std::make_unique<StructureIndex>(owner));
+        layout.forget_removed_owners();
     }
 }
 
@@ -21,6 +22,16 @@ IncLayout::KeptAnswers::~KeptAnswers() {
     if (replaced) {
         layout.structure = std::move(before);
     }
+}
+
+// A removed owner never comes back, so nobody asks for its tables again. No run is at work on one:
+// an outer run of this object points at its own owner only after its inside has been served.
+void IncLayout::forget_removed_owners() {
+    const auto is_removed = [](const auto& entry) {
+        return !IsRoot(entry.first) && entry.first.IsDummy();
+    };
+    std::erase_if(cluster_info, is_removed);
+    std::erase_if(cluster_levels, is_removed);
 }
 
 namespace {
