@@ -19,6 +19,39 @@ graph_ptr<IEdgeImpl> DefaultEdgeVis::get_edge_impl() const {
     return edge_impl;
 }
 
+namespace {
+// Removed nodes never come back.
+bool _is_gone(const graph_ptr<INodeImpl>& end) {
+    return end.get() == nullptr || (end != 0 && end->get_owner().get() == nullptr);
+}
+} // namespace
+
+// A route that was asked for before its ends went is still hit.
+bool DefaultEdgeVis::is_out_of_reach(const IdMap<NodeVisInfo>& records) const {
+    if (ref_count != 1 || break_nodes_cache.get() != nullptr || !_is_gone(edge_impl->from()) ||
+        !_is_gone(edge_impl->to())) {
+        return false;
+    }
+    int own_bends = 0;
+    for (const run_entry& entry : break_nodes_by_owner) {
+        if (entry.second->ref_count != 1) {
+            return false;
+        }
+        for (const graph_ptr<INodeImpl>& bend : *entry.second) {
+            const NodeVisInfo* const record = records.find(bend->get_id());
+            const bool recorded = record != nullptr && record->vis.get() != nullptr;
+            if (bend->ref_count != (recorded ? 2 : 1) ||
+                (recorded && record->vis->ref_count != 1)) {
+                return false;
+            }
+            ++own_bends;
+        }
+    }
+    const bool has_set = edge_set.get() != nullptr;
+    return edge_impl->ref_count == (has_set ? 2 : 1) &&
+           (!has_set || edge_set->ref_count == 1 + own_bends);
+}
+
 // The cache hands itself out, so it is dropped for a new one and never emptied: who still walks the
 // old route keeps it whole.
 void DefaultEdgeVis::remove_break_nodes() {

@@ -112,7 +112,9 @@ bool EdgeCollector::segment_hit(const tamsel7::point<double>& a,
 graph_ptr<edge_impl_vector> DefaultGraphVis::test_edge_hit(double left, double top, double right,
                                                            double bottom) {
     EdgeCollector collector(left, top, right, bottom, this);
+    walks_edges = true; // bends without a record get one on the way
     edge_map.for_each([&](int, const EdgeVisInfo& info) { collector(info); });
+    walks_edges = false;
     return collector.hits;
 }
 

@@ -44,10 +44,12 @@ graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> edge) {
     if (edge.get() == nullptr) {
         return graph_ptr<IEdgeVis>();
     }
-    EdgeVisInfo& info = edge_map[edge->get_id()];
-    if (info.vis.get() == nullptr) {
-        info.vis = new DefaultEdgeVis(edge);
+    if (const EdgeVisInfo* const known = edge_map.find(edge->get_id())) {
+        return known->vis;
     }
+    sweep_when_due();
+    EdgeVisInfo& info = edge_map[edge->get_id()];
+    info.vis = new DefaultEdgeVis(edge);
     return info.vis;
 }
 
@@ -69,8 +71,8 @@ void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {
 }
 
 void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
-    if (node.get() != nullptr && node_map.erase(node->get_id()) && node->get_id() < 0) {
-        --break_node_records;
+    if (node.get() != nullptr) {
+        node_map.erase(node->get_id());
     }
 }
 
@@ -79,28 +81,38 @@ NodeVisInfo& DefaultGraphVis::record_of(int id) {
     if (NodeVisInfo* const known = node_map.find(id)) {
         return *known;
     }
-    if (id < 0) {
-        if (break_node_records >= sweep_at) {
-            sweep_unreachable_break_nodes();
-        }
-        ++break_node_records;
-    }
+    sweep_when_due();
     return node_map[id];
 }
 
-// Break nodes come and go with every layout, and nobody removes their records. One that nobody but
-// its record holds can never be asked for again. The next sweep waits until there are twice as
-// many, or half as many as all records together, which spreads the cost of looking at each.
-void DefaultGraphVis::sweep_unreachable_break_nodes() {
-    node_map.erase_if([&](int id, const NodeVisInfo& info) {
-        const bool unreachable =
-            id < 0 && info.layout.get() == nullptr && info.painter.get() == nullptr &&
-            (info.vis.get() == nullptr ||
-             (info.vis->ref_count == 1 && info.vis->get_node_impl()->ref_count == 2));
-        break_node_records -= unreachable ? 1U : 0U;
-        return unreachable;
+// Sweeps are so far apart that each record made pays for a look at a few.
+void DefaultGraphVis::sweep_when_due() {
+    if (node_map.size() + edge_map.size() >= sweep_at && !walks_edges) {
+        sweep();
+    }
+}
+
+namespace {
+
+// A node that nobody but its record holds can never be asked for again. The root can: all roots
+// share its record.
+bool _is_out_of_reach(int id, const NodeVisInfo& info) {
+    return id != 0 && info.layout.get() == nullptr && info.painter.get() == nullptr &&
+           (info.vis.get() == nullptr ||
+            (info.vis->ref_count == 1 && info.vis->get_node_impl()->ref_count == 2));
+}
+
+} // namespace
+
+// Break nodes come and go with every layout, edges go with their nodes, and an Update looks once
+// more at what was removed: nobody removes all these records. Edges first, as they hold nodes.
+void DefaultGraphVis::sweep() {
+    edge_map.erase_if([&](int, const EdgeVisInfo& info) {
+        return static_cast<const DefaultEdgeVis&>(*info.vis).is_out_of_reach(node_map);
     });
-    sweep_at = std::max({FIRST_SWEEP, 2 * break_node_records, node_map.size() / 2});
+    node_map.erase_if(_is_out_of_reach);
+    const std::size_t left = node_map.size() + edge_map.size();
+    sweep_at = std::max(FIRST_SWEEP, left + left / 8);
 }
 
 // Layouts and handlers
@@ -184,8 +196,15 @@ graph_ptr<node_impl_set> DefaultGraphVis::get_make_list() {
     return make_list;
 }
 
+// A full layout has replaced all break nodes, and has looked at every record there is: one more
+// look at each gives back what the drawing before held.
 void DefaultGraphVis::clear_make_list() {
+    const bool held_root = std::any_of(make_list->begin(), make_list->end(),
+                                       [](const graph_ptr<INodeImpl>& n) { return n == 0; });
     make_list->clear();
+    if (held_root && !walks_edges) {
+        sweep();
+    }
 }
 
 void DefaultGraphVis::add_to_update_list(graph_ptr<INodeImpl> node) {

@@ -92,6 +92,13 @@ public:
     tamsel7::point<double> position;
 };
 
+/// What the store keeps of one node.
+struct NodeVisInfo {
+    graph_ptr2<ILayout> layout;       ///< empty unless set
+    graph_ptr2<INodeHandler> painter; ///< empty unless set
+    graph_ptr<INodeVis> vis;          ///< null until first asked for
+};
+
 class NURVEX7_API DefaultEdgeVis final : public IEdgeVis {
 public:
     explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge);
@@ -101,6 +108,10 @@ public:
     graph_ptr<node_impl_set> get_break_nodes_in(int owner_id) override;
     void add_break_nodes_in(int owner_id, int count) override;
     void remove_break_nodes_in(int owner_id) override;
+
+    /// True where nobody can come back to this record: the edge or both its ends are removed, no
+    /// hit test finds it, and only the store, with the node records given, holds anything of it.
+    bool is_out_of_reach(const IdMap<NodeVisInfo>& records) const;
 
 private:
     using run_entry = std::pair<int, graph_ptr<node_impl_vector>>;
@@ -117,13 +128,6 @@ private:
     graph_ptr<node_impl_vector> break_nodes_cache; ///< null when it has to be built again
     std::vector<run_entry> break_nodes_by_owner;   ///< by ascending owner id; mostly one entry
     graph_ptr<edge_impl_vector> edge_set;          ///< what every break node of this edge holds
-};
-
-/// What the store keeps of one node.
-struct NodeVisInfo {
-    graph_ptr2<ILayout> layout;       ///< empty unless set
-    graph_ptr2<INodeHandler> painter; ///< empty unless set
-    graph_ptr<INodeVis> vis;          ///< null until first asked for
 };
 
 /// What the store keeps of one edge.
@@ -167,12 +171,14 @@ public:
     const ILayout* find_layout(int node_id) const;
     /// How many node records the store holds, break nodes included.
     std::size_t get_node_record_count() const { return node_map.size(); }
+    std::size_t get_edge_record_count() const { return edge_map.size(); }
 
 private:
     static constexpr std::size_t FIRST_SWEEP = 1024;
 
     NodeVisInfo& record_of(int id);
-    void sweep_unreachable_break_nodes();
+    void sweep_when_due();
+    void sweep();
 
     graph_ptr2<ILayout> default_layout;
     graph_ptr2<INodeHandler> default_node_painter;
@@ -182,8 +188,8 @@ private:
     graph_ptr<node_impl_vector> make_list;
     graph_ptr<node_impl_vector> update_list;
     graph_ptr<node_impl_vector> resize_list;
-    std::size_t break_node_records = 0;
-    std::size_t sweep_at = FIRST_SWEEP; ///< break node records that call for the next sweep
+    std::size_t sweep_at = FIRST_SWEEP; ///< records that call for the next sweep
+    bool walks_edges = false;           ///< no record may go while a walk runs
 };
 
 /// Walks the node records of a hit test; Space: graph.

@@ -160,4 +160,45 @@ TEST_F(VisualStore, RecordsOfBreakNodesInReachStay) {
               (tamsel7::point<double>{2, 2}));
 }
 
+// Nobody removes the record of an edge that went with its node, and an Update looks once more at
+// the nodes that were in the drawing.
+TEST_F(VisualStore, RecordsOfWhatWentWithItsNodeGoAway) {
+    for (int round = 0; round < 3000; ++round) {
+        const graph_ptr<INodeImpl> other = root->add_node();
+        const graph_ptr<IEdgeImpl> edge = node->link_to(other);
+        store->get_edge_vis(edge)->add_break_nodes_in(0, 4);
+        store->get_node_vis(store->get_edge_vis(edge)->get_break_nodes_in(0)->GetItem(1));
+        store->remove_node_vis(other);
+        other->remove();
+        store->get_node_vis(other)->set_position({1, 2});
+        ASSERT_LE(store->get_node_record_count() + store->get_edge_record_count(), 1100U);
+    }
+}
+
+// What somebody can still come to, by a handle or by a hit, is as it was.
+TEST_F(VisualStore, RecordsOfRemovedEdgesInReachStay) {
+    const auto link_and_remove = [&](bool asked) {
+        const graph_ptr<INodeImpl> other = root->add_node();
+        const graph_ptr<IEdgeImpl> edge = node->link_to(other);
+        const graph_ptr<IEdgeVis> route = store->get_edge_vis(edge);
+        route->add_break_nodes_in(0, 2);
+        if (asked) {
+            store->get_node_vis(route->get_break_nodes()->GetItem(1))->set_position({50, 50});
+        }
+        other->remove();
+        return edge;
+    };
+    const graph_ptr<IEdgeImpl> held = link_and_remove(false);
+    const graph_ptr<INodeImpl> bend =
+        store->get_edge_vis(link_and_remove(false))->get_break_nodes_in(0)->GetItem(0);
+    link_and_remove(true);
+    for (int i = 0; i < 3000; ++i) {
+        link_and_remove(false);
+    }
+    EXPECT_EQ(store->get_edge_vis(held)->get_break_nodes_in(0)->GetCount(), 2);
+    const graph_ptr<IEdgeImpl> of_bend = bend->get_edges_out()->GetItem(0);
+    EXPECT_EQ(store->get_edge_vis(of_bend)->get_break_nodes_in(0)->GetItem(0).get(), bend.get());
+    EXPECT_EQ(store->test_edge_hit(49, 49, 51, 51)->GetCount(), 1);
+}
+
 } // namespace
