@@ -65,7 +65,7 @@ bool CCentralPart::ScrollContent(int dx, int dy) {
     const pixel_rect part = visible_part(this);
     const bool all_new =
         std::abs(dx) >= part.right - part.left || std::abs(dy) >= part.bottom - part.top;
-    if (GetControl() == nullptr || all_new || is_covered(this, part) ||
+    if (GetControl() == nullptr || IsTransparent() || all_new || is_covered(this, part) ||
         !GetControl()->ScrollPixels(part, dx, dy)) {
         return false;
     }

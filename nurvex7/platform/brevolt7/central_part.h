@@ -11,8 +11,8 @@ public:
     CCentralPart(CVisualElement* parent, const tamsel7::size<int>& size, Alignment alignment);
 
     bool IsFullRepainted() const override;
-    /// Moves the pixels and invalidates what comes into view. False where the window cannot, or
-    /// something lies over the element.
+    /// Moves the pixels and invalidates what comes into view. False where the window cannot,
+    /// where something lies over the element, and where its parent shows through.
     bool ScrollContent(int dx, int dy) override;
     void ProcessSetControl(IControl* control) override;
     /// Afterwards a logical point p shows at pixel (p - start) * scale, by the scroll models.

@@ -42,7 +42,7 @@ tamsel7::rectangle<int> cut_strip(tamsel7::rectangle<int>& room, Alignment side,
 
 CVisualElement::CVisualElement(CVisualElement* given_parent, const tamsel7::size<int>& size,
                                Alignment given_alignment)
-    : parent(nullptr), place{0, 0, std::max(0, size.width), std::max(0, size.height)},
+    : parent(nullptr), place{0, 0, std::max(0, size.width), std::max(0, size.height)}, wanted{size},
       alignment(given_alignment), life(std::make_shared<char>()) {
     dirty.Add(GetBounds());
     if (given_parent != nullptr) {
@@ -169,6 +169,7 @@ tamsel7::point<int> CVisualElement::FromWindow(const tamsel7::point<int>& p) con
 }
 
 void CVisualElement::SetSize(const tamsel7::size<int>& size, bool repaint) {
+    wanted = size;
     SetPos({place.left, place.top, place.left + size.width, place.top + size.height}, repaint);
     if (parent != nullptr && alignment != Alignment::ALIGN_NONE) {
         parent->rearrange(this);
@@ -179,6 +180,9 @@ void CVisualElement::SetPos(const tamsel7::rectangle<int>& new_place, bool repai
     const tamsel7::rectangle<int> old = place;
     const tamsel7::rectangle<int> bounds = GetBounds();
     place = normal(new_place);
+    if (alignment == Alignment::ALIGN_NONE) {
+        wanted = {place.right - place.left, place.bottom - place.top};
+    }
     if (place == old) {
         if (repaint) {
             Invalidate();
@@ -228,8 +232,9 @@ void CVisualElement::ProcessRearrange(CVisualElement** who) {
     for (std::size_t i = 0; self && i < children.size(); ++i) {
         CVisualElement* const child = children[i];
         if (child->alignment != Alignment::ALIGN_NONE && child->visible) {
-            const tamsel7::rectangle<int> bounds = child->GetBounds();
-            child->SetPos(cut_strip(room, child->alignment, bounds.right, bounds.bottom), false);
+            const auto [width, height] = child->wanted;
+            child->SetPos(
+                cut_strip(room, child->alignment, std::max(0, width), std::max(0, height)), false);
         }
     }
     *who = nullptr;

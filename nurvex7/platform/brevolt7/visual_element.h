@@ -76,7 +76,8 @@ public:
 
     // Places
 
-    /// Keeps the top left corner. `repaint` paints the element anew.
+    /// Keeps the top left corner; the strip of an aligned element takes the new thickness.
+    /// `repaint` paints the element anew.
     virtual void SetSize(const tamsel7::size<int>& size, bool repaint);
     /// Places the element inside its parent, and its children inside it. A rectangle turned inside
     /// out is empty. Where something changes, the old and the new place are painted anew; `repaint`
@@ -295,6 +296,7 @@ private:
     std::vector<CVisualElement*> children;
     IControl* control = nullptr;
     tamsel7::rectangle<int> place;
+    tamsel7::size<int> wanted; ///< as made or set: a strip that had no room gets it back
     Alignment alignment;
     bool enabled = true;
     bool visible = true;

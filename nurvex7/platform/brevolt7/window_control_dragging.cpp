@@ -6,11 +6,17 @@
 
 namespace brevolt7 {
 
+namespace {
+
+constexpr unsigned LEFT_ONLY = 1U << static_cast<unsigned>(tamsel7::MouseButton::LEFT);
+
+} // namespace
+
 /// Asks the pressed element, and those around it, whether something is dragged from there: once a
-/// press, when the pointer has left the place of it.
+/// press of the left button, when the pointer has left the place of it.
 void CWindowControl::Inside::OfferDrag() {
     const int far = control.drag_distance;
-    if (drag_offered || !pressed ||
+    if (drag_offered || !pressed || buttons != LEFT_ONLY ||
         (std::abs(last.at.x - press_at.x) <= far && std::abs(last.at.y - press_at.y) <= far)) {
         return;
     }

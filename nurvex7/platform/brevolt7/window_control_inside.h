@@ -144,6 +144,7 @@ public:
     CursorShape shown_cursor = CursorShape::ARROW;
 
     CElementRef focus;
+    int focus_changes = 0; ///< tells a change that another one has overtaken
 
     // Tooltips
     CElementRef tooltip_owner; ///< who answered, while a tooltip is up

@@ -39,15 +39,17 @@ void CWindowControl::Inside::SetFocus(CVisualElement* element, bool by_tab) {
     const CElementRef before = focus;
     const CElementRef after(chosen);
     const CElementRef told(first);
-    focus = after;
+    const int change = ++focus_changes;
+    focus = CElementRef();
     if (before) {
         before->HandleLostFocus(chosen);
         tell_parents(before, after, /*gained=*/false);
     }
     // Who was told may have moved the focus on, or deleted everything.
-    if (!running_event || !after || !told || focus.Get() != after.Get()) {
+    if (!running_event || focus_changes != change || !after || !told) {
         return;
     }
+    focus = after;
     if (!focused) {
         window.TakeFocus();
     }
