@@ -23,33 +23,35 @@ class CScrollBox::WrappedModel final : public IScrollModel {
 public:
     WrappedModel(CScrollBox& owner, bool along_x) : horizontal(along_x), box(owner) {}
 
-    double GetFrom() const override { return inner != nullptr ? inner->GetFrom() : 0; }
-    double GetTo() const override { return inner != nullptr ? inner->GetTo() : 0; }
+    double GetFrom() const override { return Inner() != nullptr ? Inner()->GetFrom() : 0; }
+    double GetTo() const override { return Inner() != nullptr ? Inner()->GetTo() : 0; }
     void SetStart(double start) override { box.scroll_to(*this, start); }
-    double GetStart() const override { return inner != nullptr ? inner->GetStart() : 0; }
+    double GetStart() const override { return Inner() != nullptr ? Inner()->GetStart() : 0; }
     int GetMinScrollDistance() const override {
-        return inner != nullptr ? inner->GetMinScrollDistance() : 1;
+        return Inner() != nullptr ? Inner()->GetMinScrollDistance() : 1;
     }
-    bool IsFixedStepSize() const override { return inner == nullptr || inner->IsFixedStepSize(); }
+    bool IsFixedStepSize() const override {
+        return Inner() == nullptr || Inner()->IsFixedStepSize();
+    }
     double GetStepSize(double at) const override {
-        return inner != nullptr ? inner->GetStepSize(at) : 1.0;
+        return Inner() != nullptr ? Inner()->GetStepSize(at) : 1.0;
     }
     void SetStepSize(double at, double step) const override {
-        if (inner != nullptr) {
-            inner->SetStepSize(at, step);
+        if (Inner() != nullptr) {
+            Inner()->SetStepSize(at, step);
         }
     }
     void SetMeasure(std::pair<double, int> measure) override {
-        if (inner != nullptr) {
-            inner->SetMeasure(measure);
+        if (Inner() != nullptr) {
+            Inner()->SetMeasure(measure);
             Update();
         }
     }
     std::pair<double, int> GetMeasure() const override {
-        return inner != nullptr ? inner->GetMeasure() : std::pair<double, int>(1.0, 1);
+        return Inner() != nullptr ? Inner()->GetMeasure() : std::pair<double, int>(1.0, 1);
     }
     bool IsInseparableStep() const override {
-        return inner != nullptr && inner->IsInseparableStep();
+        return Inner() != nullptr && Inner()->IsInseparableStep();
     }
     /// The bars follow in the next pass.
     void Update() override {
@@ -63,11 +65,15 @@ public:
         return pixels > 0 ? length / pixels : 1.0;
     }
 
+    void SetInner(IScrollModel* model) { inner = model; }
+    /// The pane's model; a pane that has died takes its models along.
+    IScrollModel* Inner() const { return box.has_pane && !box.pane ? nullptr : inner; }
+
     const bool horizontal;
-    IScrollModel* inner = nullptr;
 
 private:
     CScrollBox& box;
+    IScrollModel* inner = nullptr;
 };
 
 CScrollBox::CScrollBox(CVisualElement* parent_element, const tamsel7::size<int>& size,
@@ -93,17 +99,21 @@ void CScrollBox::SetCentralPane(CVisualElement* new_pane) {
     has_pane = new_pane != nullptr;
     focus_target = new_pane;
     place_parts();
+    // A pane that is made inside the box is placed before its subclass exists.
+    if (new_pane != nullptr) {
+        new_pane->SetPos(new_pane->GetPos(), false);
+    }
 }
 
 void CScrollBox::SetVertScroll(IScrollModel* model) {
     CCentralPart::SetVertScroll(model);
-    vert->inner = model;
+    vert->SetInner(model);
     vert->Update();
 }
 
 void CScrollBox::SetHorzScroll(IScrollModel* model) {
     CCentralPart::SetHorzScroll(model);
-    horz->inner = model;
+    horz->SetInner(model);
     horz->Update();
 }
 
@@ -143,7 +153,7 @@ void CScrollBox::place_parts() {
     const auto shows = [](int policy, const WrappedModel& wrapped, int pixels) {
         return policy == BAR_ALWAYS ||
                (policy != BAR_HIDDEN &&
-                ScrollState::Of(wrapped.inner, pixels).IsScrollable(wrapped.inner));
+                ScrollState::Of(wrapped.Inner(), pixels).IsScrollable(wrapped.Inner()));
     };
     bool below = shows(horz_bar_policy, *horz, bounds.right);
     const int height = std::max(0, bounds.bottom - (below ? horz_bar->GetThickness() : 0));
@@ -156,7 +166,8 @@ void CScrollBox::place_parts() {
     vert_bar->SetPos({content.right, 0, bounds.right, content.bottom}, false);
     horz_bar->SetPos({0, content.bottom, content.right, bounds.bottom}, false);
     const CElementRef self(this);
-    if (pane && pane->parent == this) {
+    // Every pass comes here, and a pane may tell others of each SetPos.
+    if (pane && pane->parent == this && !(pane->GetPos() == content)) {
         pane->SetPos(content, false);
     }
     if (self) {
@@ -165,12 +176,6 @@ void CScrollBox::place_parts() {
 }
 
 void CScrollBox::UpdateElement() {
-    // A pane that has died takes the models along that it was.
-    if (has_pane && !pane) {
-        has_pane = false;
-        SetVertScroll(nullptr);
-        SetHorzScroll(nullptr);
-    }
     place_parts();
 }
 
@@ -186,7 +191,7 @@ void CScrollBox::DrawContent(tamsel7::IPainter* painter) {
 // Scrolling
 
 void CScrollBox::scroll_to(WrappedModel& wrapped, double start) {
-    IScrollModel* const model = wrapped.inner;
+    IScrollModel* const model = wrapped.Inner();
     if (model == nullptr) {
         return;
     }
@@ -210,12 +215,12 @@ void CScrollBox::scroll_to(WrappedModel& wrapped, double start) {
 /// Scrolls as far as the range allows; a view that stands outside it stays where it is rather than
 /// jump. True where it has scrolled.
 bool CScrollBox::scroll_by_user(WrappedModel& wrapped, double start) {
-    if (wrapped.inner == nullptr) {
+    if (wrapped.Inner() == nullptr) {
         return false;
     }
     const tamsel7::rectangle<int> content = GetContentRect();
     const int pixels = wrapped.horizontal ? content.right : content.bottom;
-    const ScrollState state = ScrollState::Of(wrapped.inner, pixels);
+    const ScrollState state = ScrollState::Of(wrapped.Inner(), pixels);
     const double target =
         std::clamp(start, state.from, std::max(state.from, state.to - state.span));
     if (target == state.start) {

@@ -84,12 +84,16 @@ void CVisualElement::unlink() {
             e->focus_target = nullptr;
         }
     }
-    std::erase(parent->children, this);
-    // A parent that is going takes its children along and shows nothing more.
-    if (visible && parent->life != nullptr) {
-        parent->InvalidateRect(place);
-    }
+    CVisualElement* const left = parent;
     parent = nullptr;
+    std::erase(left->children, this);
+    // A parent that is going takes its children along and shows nothing more.
+    if (visible && left->life != nullptr) {
+        left->InvalidateRect(place);
+        if (alignment != Alignment::ALIGN_NONE) {
+            left->rearrange(nullptr);
+        }
+    }
 }
 
 void CVisualElement::leave_control() {

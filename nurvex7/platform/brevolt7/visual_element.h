@@ -124,7 +124,7 @@ public:
     virtual void UpdateElement();
     /// Moves what the element shows by a distance. False where it has to be painted instead.
     virtual bool ScrollContent(int dx, int dy);
-    /// True where a change of place moves the element's pixels along.
+    /// True where a host may move the element's pixels along with it; passes paint them anew.
     virtual bool IsScrollableOnSetPos() const;
 
     // Changes around the element

@@ -100,6 +100,10 @@ TEST(ScrollBox, BarsTakeRoomWhereTheyAreNeeded) {
         stage.pane->width = c.width;
         stage.Pass();
         EXPECT_EQ(stage.pane->GetBounds(), (pixel_rect{0, 0, c.pane.width, c.pane.height}));
+        const int places = stage.pane->places;
+        stage.pane->OnChange(stage.pane, UpdateType::UPDATE_REPAINT);
+        stage.Pass();
+        EXPECT_EQ(stage.pane->places, places) << "a pass without changes places the pane";
     }
 }
 

@@ -71,6 +71,8 @@ TEST(VisualElement, AStripThatGrowsOrHidesMovesTheOthers) {
     bar->SetSize({20, 30}, false);
     bar->SetAlignment(Alignment::ALIGN_LEFT);
     EXPECT_EQ(pane->GetPos(), (pixel_rect{20, 0, 100, 100}));
+    delete bar;
+    EXPECT_EQ(pane->GetPos(), (pixel_rect{0, 0, 100, 100}));
 }
 
 /// Notes the windows and the parents that it comes to.
