@@ -1,5 +1,6 @@
 // Repaint passes: whatever is changed, the screen ends up as if all of it were painted at once.
 #include "nurvex7/platform/brevolt7/central_part.h"
+#include "nurvex7/platform/brevolt7/element_ref.h"
 #include "nurvex7/platform/brevolt7/invalid_region.h"
 #include "nurvex7/platform/brevolt7/paint_pass.h"
 #include "tests/support/fake_window.h"
@@ -38,8 +39,12 @@ public:
 
     void DrawContent(tamsel7::IPainter* painter) override {
         ++paints;
-        if (before_painting) {
-            before_painting();
+        const CElementRef self(this);
+        if (const std::function<void()> act = before_painting) {
+            act();
+        }
+        if (!self) {
+            return;
         }
         const CInvalidRegion region(GetDrawRect(painter), GetDrawValidRect(painter));
         pieces = region.count;
