@@ -44,6 +44,9 @@ SeriesLayout::SeriesLayout(double level_gap_, double node_gap_, double edge_gap_
     insert_behind(update_phases, fitted_in, &SeriesLayout::sort_levels);
     insert_behind(resize_phases, restored, &SeriesLayout::restore_crossings);
     insert_behind(resize_phases, restored, &SeriesLayout::restore_marks);
+    insert_behind(resize_phases, restored, &SeriesLayout::restore_columns);
+    resize_phases.insert(resize_phases.begin(),
+                         static_cast<phase_t>(&SeriesLayout::remember_columns));
     const phase_t shifted = &SeriesLayout::make_y_shifts;
     for (std::vector<phase_t>* const phases : {&update_phases, &resize_phases}) {
         std::replace(phases->begin(), phases->end(), shifted,
@@ -80,6 +83,25 @@ std::vector<SeriesLayout::Crossings> SeriesLayout::old_crossings() {
 
 std::span<const NodeEdgePair> SeriesLayout::edges_of(const Crossings& crossings) {
     return crossings.order == ORDER_IN ? edges_in_of(crossings.node) : edges_out_of(crossings.node);
+}
+
+// A resize forgets the columns when the old drawing comes back. An owner is resized because
+// something in it has changed: what stands beside that stays where it is, as in an update.
+//
+// Reads   cur_levels
+// Writes  columns
+// Space   owner-relative
+void SeriesLayout::remember_columns() {
+    columns = *cur_levels;
+}
+
+// Writes  cur_levels
+// Needs   remember_columns, restore_old_levels
+// Space   owner-relative
+void SeriesLayout::restore_columns() {
+    for (std::size_t k = 0; k < level_nodes.size(); ++k) {
+        cur_levels->set(k, columns.get(k));
+    }
 }
 
 // Tells the edges that run backwards or stay on their level from the others once more: what a
@@ -145,8 +167,9 @@ void SeriesLayout::restore_chain(const Crossings& crossings, const Edge& edge) {
         }
     }
     if (first <= last) {
-        order == ORDER_IN ? mark_as_neighbours(bends.GetItem(last), node, edge)
-                          : mark_as_neighbours(node, bends.GetItem(first), edge);
+        const bool enters = order == ORDER_IN;
+        mark_as_neighbours(enters ? bends.GetItem(last) : node,
+                           enters ? node : bends.GetItem(first), edge);
     }
 }
 
@@ -250,7 +273,7 @@ bool SeriesLayout::reaches_border(const Crossings& crossings, const Edge& edge) 
 // Records the chains as parts of the drawing, so that the next run finds them.
 //
 // Reads   nodes, flags, break nodes
-// Writes  is_old, was_hidden of bends in cur_info
+// Writes  is_old of bends in cur_info
 // Needs   the finished drawing
 // Space   none
 void SeriesLayout::mark_crossings() {

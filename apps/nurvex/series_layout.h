@@ -16,7 +16,7 @@ namespace nurvex {
 ///   update on; an edge that has come to an old node would have no way to the border.
 /// - a node that has grown past the middle of the one below it gets its room, with the whole gap.
 /// - an owner is as tall as all that has been fitted in, also above what stood.
-/// - a resize knows again which edges run on tracks.
+/// - a resize knows again which edges run on tracks, and leaves the columns where they stand.
 class SeriesLayout : public nurvex7::IncLayout {
 public:
     SeriesLayout(double level_gap, double node_gap, double edge_gap, double edge_margin);
@@ -30,6 +30,8 @@ private:
         nurvex7::Order order;
     };
 
+    void remember_columns();
+    void restore_columns();
     void restore_marks();
     void restore_crossings();
     void open_rooms();
@@ -43,6 +45,8 @@ private:
     std::span<const nurvex7::NodeEdgePair> edges_of(const Crossings& crossings);
     void restore_chain(const Crossings& crossings, const nurvex7::Edge& edge);
     bool reaches_border(const Crossings& crossings, const nurvex7::Edge& edge);
+
+    nurvex7::LevelTable columns; ///< per run: those of the run before
 };
 
 } // namespace nurvex

@@ -113,7 +113,11 @@ private:
                    (folds ? "shown" : "hidden") + ", so nothing would change");
         }
         note_owner(node);
-        folds ? Fold(node, change.direction) : Unfold(node, change.direction);
+        if (folds) {
+            Fold(node, change.direction);
+        } else {
+            Unfold(node, change.direction);
+        }
     }
 
     void set_hidden(const Change& change) {
@@ -124,10 +128,17 @@ private:
                    " already");
         }
         note_owner(node);
-        hides ? Hide(node) : Show(node);
+        if (hides) {
+            Hide(node);
+        } else {
+            Show(node);
+        }
     }
 
     void add(const Change& change) {
+        if (change.node < 1) {
+            refuse("the id of a new node is a number from 1 on");
+        }
         if (graph.Find(change.node) != nullptr) {
             refuse("the id " + std::to_string(change.node) + " is taken; choose another number");
         }
@@ -173,7 +184,7 @@ private:
         const std::vector<Node> entered = owners_above(to);
         auto a = left.rbegin();
         auto b = entered.rbegin();
-        for (; a + 1 != left.rend() && b + 1 != entered.rend() && *(a + 1) == *(b + 1);) {
+        while (a + 1 != left.rend() && b + 1 != entered.rend() && *(a + 1) == *(b + 1)) {
             ++a;
             ++b;
         }

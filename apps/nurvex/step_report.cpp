@@ -43,17 +43,24 @@ std::string fixed(double number) {
 
 using Line = std::vector<std::string>;
 
+/// How many characters a text in UTF-8 shows.
+std::size_t width_of(const std::string& text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+    }));
+}
+
 /// Texts to the left, numbers to the right.
 void print_table(std::ostream& out, const std::vector<Line>& lines, std::size_t texts) {
     std::vector<std::size_t> widths(lines.front().size());
     for (const Line& line : lines) {
         for (std::size_t i = 0; i < line.size(); ++i) {
-            widths[i] = std::max(widths[i], line[i].size());
+            widths[i] = std::max(widths[i], width_of(line[i]));
         }
     }
     for (const Line& line : lines) {
         for (std::size_t i = 0; i < line.size(); ++i) {
-            const std::string blanks(widths[i] - line[i].size(), ' ');
+            const std::string blanks(widths[i] - width_of(line[i]), ' ');
             out << (i == 0 ? "" : "  ") << (i < texts ? line[i] + blanks : blanks + line[i]);
         }
         out << '\n';

@@ -3,7 +3,9 @@
 #include "apps/nurvex/failure.h"
 #include "apps/nurvex/text_fields.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -21,17 +23,23 @@ constexpr std::string_view INSIDE = "in";
 constexpr std::size_t MOST_STEPS = 500;
 
 /// Wider or taller than this is a slip; no format could hold the picture.
-constexpr double LARGEST_SIDE = 10000;
+constexpr int LARGEST_SIDE = 10000;
 
 constexpr const char* VERBS = "fold, unfold, hide, show, add, link, remove or resize";
 
 using WordList = std::vector<std::string>;
 
-/// The words of a step as somebody would type them.
+bool holds_blank(const std::string& word) {
+    return word.find(' ') != std::string::npos;
+}
+
+/// The words of a step as somebody would type them, in one line.
 std::string joined(const WordList& words) {
     std::string text;
-    for (const std::string& word : words) {
-        const bool quoted = word.empty() || word.find(' ') != std::string::npos;
+    for (std::string word : words) {
+        std::replace_if(
+            word.begin(), word.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, '?');
+        const bool quoted = word.empty() || holds_blank(word);
         text += (text.empty() ? "" : " ") + (quoted ? '"' + word + '"' : word);
     }
     return text;
@@ -50,10 +58,10 @@ public:
             step.changes.push_back(read_change());
         } while (skip(SAME_STEP));
         if (at < words.size()) {
-            const bool one_word = words[at].find(' ') != std::string::npos;
             RefuseStep(step, shown(words[at]) + " is one word too many" +
-                                 (one_word ? "; only a caption may hold blanks"
-                                           : "; put \"then\" or \"and\" before the next change"));
+                                 (holds_blank(words[at])
+                                      ? "; only a caption may hold blanks"
+                                      : "; put \"then\" or \"and\" before the next change"));
         }
         return std::move(step);
     }
@@ -82,9 +90,8 @@ private:
             change.node = take_id("the id of a node");
             change.size = take_size();
         } else {
-            const bool quoted = verb.find(' ') != std::string::npos;
             RefuseStep(step, "there is no " + shown(verb) + "; say " + VERBS +
-                                 (quoted ? ", each word by itself" : ""));
+                                 (holds_blank(verb) ? ", each word by itself" : ""));
         }
         return change;
     }
@@ -119,7 +126,8 @@ private:
 
     const std::string& take(const std::string& wanted) {
         if (at_end()) {
-            RefuseStep(step, at == 0 ? "it is empty; say " + wanted
+            const std::string empty = words.empty() ? "it is empty" : "it begins with \"and\"";
+            RefuseStep(step, at == 0 ? empty + "; say " + wanted
                                      : "behind \"" + words[at - 1] + "\" is missing " + wanted);
         }
         return words[at++];
@@ -157,7 +165,7 @@ private:
         const auto fits = [](double side) { return side >= 1 && side <= LARGEST_SIDE; };
         if (!sound || !fits(size.width) || !fits(size.height)) {
             RefuseStep(step, shown(word) + " is no size; write width and height as 120x40, each " +
-                                 "from 1 to 10000");
+                                 "from 1 to " + std::to_string(LARGEST_SIDE));
         }
         return size;
     }

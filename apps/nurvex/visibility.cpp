@@ -60,7 +60,7 @@ const IncLayout* layout_of(const graph_ptr2<ILayout>& layout) {
 }
 
 /// Queues a full layout of an owner, or of an owner inside it, where an update would find no place
-/// for what has come back.
+/// for what has come back, or no drawing to put it into.
 void make_what_does_not_fit(const Node& top) {
     ForEachNodeIn(
         top,
@@ -70,7 +70,12 @@ void make_what_does_not_fit(const Node& top) {
             }
             const graph_ptr2<ILayout> layout = owner.GetLayout();
             const IncLayout* const inc = layout_of(layout);
-            if (inc != nullptr && inc->LookAheadAlone(owner) == UpdateOutlook::DOES_NOT_FIT) {
+            if (inc == nullptr) {
+                return;
+            }
+            const UpdateOutlook outlook = inc->LookAheadAlone(owner);
+            if (outlook == UpdateOutlook::DOES_NOT_FIT ||
+                outlook == UpdateOutlook::NEVER_LAID_OUT) {
                 owner.MakeLayout();
             }
         },

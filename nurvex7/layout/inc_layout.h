@@ -260,6 +260,7 @@ private:
     template <typename F>
     void sweep(F f);
 
+    std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
     int served_id = NOBODY;                    ///< the owner whose inside has been served already

@@ -36,8 +36,9 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // Leaves  the marks of hidden ends' edges off
 // Space   none
 //
-// Deliberate: edges that cross the border of the owner are never marked, nor their dummy nodes; the
-// next run leaves them where they stand.
+// Deliberate: edges that cross the border of the owner are never marked, nor their dummy nodes. An
+// Update does not bring them back: they keep their places in the graph at the first one, less what
+// the owner is reckoned to be high, and go along with each shift of the owner after that.
 void IncLayout::mark_old() {
     for (const Node& n : nodes) {
         if (passed_over(n)) {

@@ -24,14 +24,20 @@ IncLayout::KeptAnswers::~KeptAnswers() {
     }
 }
 
-// A removed owner never comes back, so nobody asks for its tables again. No run is at work on one:
-// an outer run of this object points at its own owner only after its inside has been served.
+// A removed owner owns nothing, so nobody asks for its tables again. No run is at work on one: an
+// outer run of this object points at its own owner only after its inside has been served. All
+// tables are looked at only when an eighth more have come, for a layout can serve many owners, and
+// a Resize concerns one of them.
 void IncLayout::forget_removed_owners() {
+    if (cluster_info.size() < forget_at) {
+        return;
+    }
     const auto is_removed = [](const auto& entry) {
         return !IsRoot(entry.first) && entry.first.IsDummy();
     };
     std::erase_if(cluster_info, is_removed);
     std::erase_if(cluster_levels, is_removed);
+    forget_at = cluster_info.size() + cluster_info.size() / 8 + 16;
 }
 
 namespace {

@@ -95,11 +95,17 @@ void DefaultGraphVis::sweep_when_due() {
 namespace {
 
 // A node that nobody but its record holds can never be asked for again. The root can: all roots
-// share its record.
+// share its record. So can a node that has an owner: a storage of another kind may make its handles
+// when they are asked for.
 bool _is_out_of_reach(int id, const NodeVisInfo& info) {
-    return id != 0 && info.layout.get() == nullptr && info.painter.get() == nullptr &&
-           (info.vis.get() == nullptr ||
-            (info.vis->ref_count == 1 && info.vis->get_node_impl()->ref_count == 2));
+    if (id == 0 || info.layout.get() != nullptr || info.painter.get() != nullptr) {
+        return false;
+    }
+    if (info.vis.get() == nullptr) {
+        return true;
+    }
+    const graph_ptr<INodeImpl> node = info.vis->get_node_impl();
+    return info.vis->ref_count == 1 && node->ref_count == 2 && node->get_owner().get() == nullptr;
 }
 
 } // namespace
@@ -197,10 +203,12 @@ graph_ptr<node_impl_set> DefaultGraphVis::get_make_list() {
 }
 
 // A full layout has replaced all break nodes, and has looked at every record there is: one more
-// look at each gives back what the drawing before held.
+// look at each gives back what the drawing before held. The owner of a removed node is queued as
+// null.
 void DefaultGraphVis::clear_make_list() {
-    const bool held_root = std::any_of(make_list->begin(), make_list->end(),
-                                       [](const graph_ptr<INodeImpl>& n) { return n == 0; });
+    const bool held_root =
+        std::any_of(make_list->begin(), make_list->end(),
+                    [](const graph_ptr<INodeImpl>& n) { return n.get() != nullptr && n == 0; });
     make_list->clear();
     if (held_root && !walks_edges) {
         sweep();

@@ -147,6 +147,17 @@ TEST_F(StepsTest, OldNodesStandStillAndNewOnesHaveAnAccent) {
     EXPECT_EQ(read("p2.svg").count("<path fill=\"none\" stroke=\"#c46816\""), 1);
 }
 
+TEST_F(StepsTest, AColumnStaysAsWideAsItWas) {
+    write("fan.txt", FAN);
+    draw({"fan.txt", "--then", "add",    "5",     "far",    "and",   "link", "2",
+          "5",       "then",   "resize", "3",     "200x20", "then",  "hide", "3",
+          "then",    "resize", "4",      "50x30", "-o",     "p%.svg"});
+    const double before = nodes_in("p2.svg")["far"].x();
+    EXPECT_GT(before, nodes_in("p1.svg")["far"].x() + 100);
+    EXPECT_NEAR(nodes_in("p3.svg")["far"].x(), before, 0.01);
+    EXPECT_NEAR(nodes_in("p4.svg")["far"].x(), before, 0.01);
+}
+
 TEST_F(StepsTest, TheReportTellsHowFarNodesMove) {
     write("fan.txt", FAN);
     const auto rows = report_of({"fan.txt", "--then", "resize", "2", "60x100", "-o", "p%.svg"});
@@ -229,6 +240,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"one_word", {"-o", "p%.svg", "--then", "hide 1"}, 2, "each word by itself"},
         step("second_list_empty", "hide 1 then", "step 2 (): it is empty"),
         step("and_without_more", "hide 1 and", "behind \"and\" is missing"),
+        step("and_first", "and hide 1", "it begins with \"and\""),
+        step("id_too_low", "add 0 zero", "a number from 1 on"),
         step("id_missing", "hide and hide 2", "behind \"hide\" is missing the id"),
         step("id_no_number", "hide web", "\"web\" is no id"),
         step("id_with_tail", "hide 1x", "\"1x\" is no id"),

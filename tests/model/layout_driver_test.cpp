@@ -208,6 +208,10 @@ TEST_F(LayoutDriver, PassesOverWhatWasRemovedOrHangsInTheAir) {
         node.ResizeSelf();
     }
     gone.Remove();
+    Node nobody = gone.GetOwner();
+    nobody.MakeLayout();
+    nobody.UpdateLayout();
+    nobody.ResizeSelf();
     floating.SetOwner(floating);
     EXPECT_EQ(run(), (lines{"make x", "update x", "resize root", "resize x", "resize root"}));
     floating.Remove();
