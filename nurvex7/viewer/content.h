@@ -144,6 +144,8 @@ public:
     /// has the mouse, so each is switched off with the other one on.
     void EnableRubberRect(bool on);
     bool IsRubberRectEnabled() const { return focus_rubber->drag_enabled; }
+    /// For listening to its signals.
+    frame_rubber* GetRubberRect() const { return focus_rubber; }
     /// Whether a drag of a node that owns nothing moves it. Off at first.
     void AllowNodeDrag(bool allow) { node_drag_allowed = allow; }
     bool IsNodeDragAllowed() const { return node_drag_allowed; }
