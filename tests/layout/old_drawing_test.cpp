@@ -1,4 +1,5 @@
 #include "nurvex7/model/folding.h"
+#include "nurvex7/model/moving.h"
 #include "tests/support/drawing.h"
 #include "tests/support/layout_probe.h"
 
@@ -137,5 +138,88 @@ TEST(OldDrawing, EveryNodeCanLeaveAtOnce) {
     g.update(g.root());
     EXPECT_EQ(g.edge("d>e").GetBreakNodes().GetCount(), 4);
 }
+
+/// A change that the records do not know of when the next run begins.
+struct Surprise {
+    const char* what;
+    const char* words; ///< the graph that is drawn first
+    std::function<void(TestGraph&)> change;
+    const char* after_resize; ///< bends of each edge
+    const char* after_update;
+};
+
+void PrintTo(const Surprise& s, std::ostream* out) {
+    *out << s.what;
+}
+
+std::string bends_of_edges(const TestGraph& g) {
+    std::string text;
+    for (const Edge& e : g.edges()) {
+        text += name_of(e.From()) + ">" + name_of(e.To()) + " " +
+                std::to_string(e.GetBreakNodes().GetCount()) + "; ";
+    }
+    return text;
+}
+
+class Surprises : public testing::TestWithParam<Surprise> {};
+
+// Deliberate: a Resize records every edge between nodes on levels as drawn, also one that it met
+// without a route. An Update leaves that as it is; a Make draws all.
+TEST_P(Surprises, AreBorneByResizeAndUpdateAndEndWithMake) {
+    TestGraph g(GetParam().words);
+    g.make();
+    GetParam().change(g);
+    g.resize(g.root());
+    EXPECT_EQ(bends_of_edges(g), GetParam().after_resize);
+    g.update(g.root());
+    EXPECT_EQ(bends_of_edges(g), GetParam().after_update);
+    for (const Node& n : g.nodes()) {
+        MoveNode(n, 1, 2);
+    }
+    g.graph->HitEdgeTest(-1e9, -1e9, 1e9, 1e9);
+    g.make();
+    for (const Edge& e : g.edges()) {
+        EXPECT_GE(e.GetBreakNodes().GetCount(), 4) << name_of(e.From()) + ">" + name_of(e.To());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OldDrawing, Surprises,
+    testing::Values(Surprise{"an edge without a list", "a>b b>c",
+                             [](TestGraph& g) { g.add("a>c"); }, "a>b 4; b>c 4; a>c 0; ",
+                             "a>b 4; b>c 4; a>c 0; "},
+                    Surprise{"a list that somebody has cut short", "a>b b>c a>c c>a",
+                             [](TestGraph& g) {
+                                 for (Edge e : g.edges()) {
+                                     e.RemoveBreakNodes();
+                                     e.AddBreakNodesIn(g.root(), 1);
+                                 }
+                             },
+                             "a>b 1; b>c 1; a>c 1; c>a 1; ", "a>b 1; b>c 1; a>c 1; c>a 1; "},
+                    Surprise{"a node on no level", "a>b", [](TestGraph& g) { g.add("b>c"); },
+                             "a>b 4; b>c 0; ", "a>b 4; b>c 4; "},
+                    Surprise{"nearly everything was hidden", "a>b b>c !b !c",
+                             [](TestGraph& g) {
+                                 Show(g.node("b"));
+                                 Show(g.node("c"));
+                             },
+                             "a>b 0; b>c 0; ", "a>b 0; b>c 0; "},
+                    Surprise{"an edge across a border at an old inner node", "C/x>C/y a",
+                             [](TestGraph& g) { g.add_edge(g.node("a"), g.node("x")); },
+                             "x>y 4; a>x 0; ", "x>y 4; a>x 0; "},
+                    Surprise{"new nodes at both ends", "a>b",
+                             [](TestGraph& g) { g.add("z>a b>c"); }, "a>b 4; z>a 0; b>c 0; ",
+                             "a>b 4; z>a 4; b>c 4; "},
+                    Surprise{"tracks whose edges were removed", "a>a b>b a>b",
+                             [](TestGraph& g) {
+                                 g.edge("a>a").Remove();
+                                 g.edge("b>b").Remove();
+                                 g.edge("a>b").Remove();
+                             },
+                             "", ""},
+                    Surprise{"edges whose source was removed", "a>b a>c c>b",
+                             [](TestGraph& g) { g.node("a").Remove(); }, "c>b 4; ", "c>b 4; "},
+                    Surprise{"edges whose target was removed", "b>a c>a d>a b>c",
+                             [](TestGraph& g) { g.node("a").Remove(); }, "b>c 4; ", "b>c 4; "}));
 
 } // namespace
