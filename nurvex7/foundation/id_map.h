@@ -76,6 +76,7 @@ public:
     void swap(IdMap& other) noexcept {
         pages.swap(other.pages);
         table.swap(other.table);
+        std::swap(latest, other.latest);
         std::swap(count, other.count);
         std::swap(empty_pages, other.empty_pages);
         std::swap(in_order, other.in_order);
@@ -174,13 +175,21 @@ private:
         return (mixed ^ (mixed >> 15)) & (table.size() - 1);
     }
 
+    // Walks ask for neighbouring ids, one after the other: most find the page of the last call.
     Page* find_page(std::int32_t number) const {
+        if (latest.page != nullptr && latest.number == number) {
+            return latest.page;
+        }
         if (table.empty()) {
             return nullptr;
         }
         for (std::size_t slot = slot_of(number);; slot = (slot + 1) & (table.size() - 1)) {
-            if (table[slot].page == nullptr || table[slot].number == number) {
-                return table[slot].page;
+            if (table[slot].page == nullptr) {
+                return nullptr;
+            }
+            if (table[slot].number == number) {
+                latest = table[slot];
+                return latest.page;
             }
         }
     }
@@ -207,6 +216,7 @@ private:
     void drop_empty_pages() {
         std::erase_if(pages, [](const auto& page) { return page->used == 0; });
         empty_pages = 0;
+        latest = Slot();
         rebuild_table();
     }
 
@@ -232,6 +242,7 @@ private:
 
     std::vector<std::unique_ptr<Page>> pages;
     std::vector<Slot> table;
+    mutable Slot latest; ///< the page that was found last
     std::size_t count = 0;
     std::size_t empty_pages = 0; ///< pages that a removal has left empty
     bool in_order = true;        ///< pages stand by ascending number

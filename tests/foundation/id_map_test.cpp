@@ -23,6 +23,12 @@ TEST(IdMap, AgreesWithAnOrderedMapUnderRandomCalls) {
         for (int step = 0; step < 2000; ++step) {
             const int id =
                 base + static_cast<int>(random() % 300) - (seed % 3 == 0 ? 5'000'000 : 0);
+            if (random() % 50 == 0) { // the records move on, and come back another time
+                IdMap<std::string> moved(std::move(map));
+                ASSERT_EQ(map.find(id), nullptr);
+                map.swap(moved);
+                ASSERT_EQ(moved.find(id), nullptr);
+            }
             switch (random() % 4) {
             case 0:
                 EXPECT_EQ(map.erase(id), plain.erase(id) == 1);
@@ -82,6 +88,21 @@ TEST(IdMap, MemoryFollowsTheRecordsThatAreLeft) {
         map.erase(id);
     }
     EXPECT_LT(map.get_page_count(), 20U);
+}
+
+TEST(IdMap, ARecordThatWasFoundLastGoesWithItsPage) {
+    IdMap<int> map;
+    for (int id = 0; id < 1000; ++id) {
+        map[id] = id;
+    }
+    ASSERT_EQ(*map.find(500), 500);
+    map.erase_if([](int id, int) { return id >= 100; });
+    EXPECT_EQ(map.find(500), nullptr);
+    ASSERT_EQ(*map.find(50), 50);
+    const IdMap<int> copy = map;
+    map.clear();
+    EXPECT_EQ(map.find(50), nullptr);
+    EXPECT_EQ(*copy.find(50), 50);
 }
 
 TEST(IdMap, IdsAtTheEndsOfTheRangeWalkInOrder) {
