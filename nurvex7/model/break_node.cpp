@@ -69,4 +69,8 @@ graph_ptr<node_impl_set> DummyNodeImpl::get_owned() {
 
 void DummyNodeImpl::set_owner(graph_ptr<INodeImpl>) {}
 
+bool DummyNodeImpl::has_owner() const {
+    return false;
+}
+
 } // namespace nurvex7

@@ -7,13 +7,24 @@ namespace nurvex7 {
 
 IEdgeVis::~IEdgeVis() = default;
 
+graph_ptr<node_impl_set> IEdgeVis::find_break_nodes_in(int owner_id) {
+    return get_break_nodes_in(owner_id);
+}
+
 namespace {
 bool _stands_before(const std::pair<int, graph_ptr<node_impl_vector>>& entry, int owner_id) {
     return entry.first < owner_id;
 }
 } // namespace
 
-DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge) : edge_impl(std::move(edge)) {}
+DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, const IGraphVis* of_store)
+    : store(of_store), edge_impl(std::move(edge)) {}
+
+DefaultEdgeVis::~DefaultEdgeVis() {
+    if (edge_impl.get() != nullptr && edge_impl->known_vis == this) {
+        edge_impl->known_vis = nullptr;
+    }
+}
 
 graph_ptr<IEdgeImpl> DefaultEdgeVis::get_edge_impl() const {
     return edge_impl;
@@ -61,6 +72,10 @@ void DefaultEdgeVis::remove_break_nodes() {
 
 graph_ptr<node_impl_set> DefaultEdgeVis::get_break_nodes_in(int owner_id) {
     return find_or_make_run(owner_id);
+}
+
+graph_ptr<node_impl_set> DefaultEdgeVis::find_break_nodes_in(int owner_id) {
+    return find_run(owner_id);
 }
 
 void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {

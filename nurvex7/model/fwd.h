@@ -9,6 +9,8 @@ class IGraphStorage;
 class INodeVis;
 class IEdgeVis;
 class IGraphVis;
+class DefaultNodeVis;
+class DefaultEdgeVis;
 class Node;
 class Edge;
 class NodeSet;

@@ -53,33 +53,13 @@ void Node::SetOwner(Node owner) {
     impl->set_owner(owner.impl);
 }
 
-bool Node::IsDummy() const {
-    return impl->get_owner().get() == nullptr;
-}
-
 void Node::Remove() {
     vis->remove_node_vis(impl);
     impl->remove();
 }
 
-tamsel7::size<double> Node::GetSize() const {
-    return vis->get_node_vis(impl)->get_size();
-}
-
 void Node::SetSize(const tamsel7::size<double>& value) {
     vis->get_node_vis(impl)->set_size(value);
-}
-
-tamsel7::point<double> Node::GetPosition() const {
-    return vis->get_node_vis(impl)->get_position();
-}
-
-void Node::SetPosition(const tamsel7::point<double>& value) {
-    vis->get_node_vis(impl)->set_position(value);
-}
-
-void Node::SetPosition(double x, double y) {
-    SetPosition(tamsel7::point<double>{x, y});
 }
 
 graph_ptr2<ILayout> Node::GetLayout() const {
@@ -136,6 +116,10 @@ NodeSet Edge::GetBreakNodes() const {
 
 NodeSet Edge::GetBreakNodesIn(const Node& owner) const {
     return NodeSet(vis, vis->get_edge_vis(impl)->get_break_nodes_in(owner.GetID()));
+}
+
+graph_ptr<node_impl_set> Edge::FindBreakNodesIn(const Node& owner) const {
+    return vis->get_edge_vis(impl)->find_break_nodes_in(owner.GetID());
 }
 
 void Edge::AddBreakNodesIn(const Node& owner, int count) {

@@ -67,17 +67,29 @@ public:
     /// Duty    the owner is not this node itself
     void SetOwner(Node owner);
     /// True for break nodes, for the root and for removed nodes: what has no owner.
-    bool IsDummy() const;
+    bool IsDummy() const { return !impl->has_owner(); }
     /// Removes this node with all that it owns; on the root, only what it owns.
     void Remove();
 
     /// Space   graph
-    tamsel7::size<double> GetSize() const;
+    tamsel7::size<double> GetSize() const {
+        const DefaultNodeVis* const known = known_vis_in(vis.get(), *impl);
+        return known != nullptr ? known->size : vis->get_node_vis(impl)->get_size();
+    }
     void SetSize(const tamsel7::size<double>& value);
     /// Top left corner. Space: graph; owner-relative inside a layout run.
-    tamsel7::point<double> GetPosition() const;
-    void SetPosition(const tamsel7::point<double>& value);
-    void SetPosition(double x, double y);
+    tamsel7::point<double> GetPosition() const {
+        const DefaultNodeVis* const known = known_vis_in(vis.get(), *impl);
+        return known != nullptr ? known->position : vis->get_node_vis(impl)->get_position();
+    }
+    void SetPosition(const tamsel7::point<double>& value) {
+        if (DefaultNodeVis* const known = known_vis_in(vis.get(), *impl)) {
+            known->position = value;
+        } else {
+            vis->get_node_vis(impl)->set_position(value);
+        }
+    }
+    void SetPosition(double x, double y) { SetPosition(tamsel7::point<double>{x, y}); }
 
     /// The node's own layout, or the graph's default.
     graph_ptr2<ILayout> GetLayout() const;
@@ -133,6 +145,8 @@ public:
     NodeSet GetBreakNodes() const;
     /// The run of the route inside one owner, as a live view. Order: from the tail to the head.
     NodeSet GetBreakNodesIn(const Node& owner) const;
+    /// The same run where there is one, or null: asking enters none.
+    graph_ptr<node_impl_set> FindBreakNodesIn(const Node& owner) const;
     /// Appends break nodes to the run inside an owner. A count below 1 changes nothing.
     void AddBreakNodesIn(const Node& owner, int count);
     void RemoveBreakNodesIn(const Node& owner);

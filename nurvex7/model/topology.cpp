@@ -8,6 +8,10 @@ namespace nurvex7 {
 
 INodeImpl::~INodeImpl() = default;
 
+bool INodeImpl::has_owner() const {
+    return get_owner().get() != nullptr;
+}
+
 IEdgeImpl::~IEdgeImpl() = default;
 
 IGraphStorage::~IGraphStorage() = default;
@@ -246,6 +250,10 @@ void DefaultNodeImpl::remove() {
 
 graph_ptr<INodeImpl> DefaultNodeImpl::get_owner() const {
     return owner;
+}
+
+bool DefaultNodeImpl::has_owner() const {
+    return owner.get() != nullptr;
 }
 
 // Deliberate: the new owner itself is not compared with this node, so a node can be made its own

@@ -5,6 +5,7 @@
 #include "nurvex7/foundation/graph_set.h"
 #include "nurvex7/model/fwd.h"
 
+#include <cstdint>
 #include <string>
 
 namespace nurvex7 {
@@ -20,6 +21,10 @@ using edge_impl_vector = GraphSet<graph_ptr<IEdgeImpl>>;
 /// Ids are process-wide and never used again.
 class NURVEX7_API INodeImpl : public Countable {
 public:
+    INodeImpl() = default;
+    /// The notes below belong to the object, like its count.
+    INodeImpl(const INodeImpl& other) : Countable(other) {}
+    INodeImpl& operator=(const INodeImpl&) { return *this; }
     ~INodeImpl() override;
     virtual int get_id() const = 0;
     virtual std::string get_caption() const = 0;
@@ -40,11 +45,24 @@ public:
     virtual graph_ptr<INodeImpl> get_owner() const = 0;
     virtual graph_ptr<node_impl_set> get_owned() = 0;
     virtual void set_owner(graph_ptr<INodeImpl> new_owner) = 0;
+    /// Whether get_owner gives one, asked without taking hold of it.
+    virtual bool has_owner() const;
+
+    // Notes that spare a search. Neither is ever trusted: who follows one looks whether it leads
+    // back to this node.
+
+    /// Where the last walk that numbered its nodes has put this one in its list.
+    mutable std::int32_t place = -1;
+    /// The record of this node in the visual store that was asked last; cut by its end.
+    mutable DefaultNodeVis* known_vis = nullptr;
 };
 
 /// A directed edge between two nodes of any depth. Both ends are null once it is removed.
 class NURVEX7_API IEdgeImpl : public Countable {
 public:
+    IEdgeImpl() = default;
+    IEdgeImpl(const IEdgeImpl& other) : Countable(other) {}
+    IEdgeImpl& operator=(const IEdgeImpl&) { return *this; }
     ~IEdgeImpl() override;
     virtual int get_id() const = 0;
     virtual std::string get_caption() const = 0;
@@ -56,6 +74,10 @@ public:
     virtual graph_ptr<INodeImpl> from() const = 0;
     virtual graph_ptr<INodeImpl> to() const = 0;
     virtual void remove() = 0;
+
+    // Notes like those of a node.
+    mutable std::int32_t place = -1;
+    mutable DefaultEdgeVis* known_vis = nullptr;
 };
 
 // Counted nodes and edges compare by id, not by address, and look through the pointer without a
@@ -154,6 +176,7 @@ public:
     void remove() override;
     graph_ptr<INodeImpl> get_owner() const override;
     void set_owner(graph_ptr<INodeImpl> new_owner) override;
+    bool has_owner() const override;
 
     void unlink_owner();
     void delete_node();
@@ -225,10 +248,11 @@ public:
     graph_ptr<INodeImpl> get_owner() const override;
     graph_ptr<node_impl_set> get_owned() override;
     void set_owner(graph_ptr<INodeImpl> new_owner) override;
+    bool has_owner() const override;
 
     int id;
-    graph_ptr<edge_impl_vector> edge_set;
     int condition = 0;
+    graph_ptr<edge_impl_vector> edge_set;
 };
 
 /// Holds the root of a graph. An application may bring a root of another kind by a storage of its

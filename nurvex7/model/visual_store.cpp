@@ -11,7 +11,14 @@ IGraphVis::~IGraphVis() = default;
 
 // Nodes
 
-DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node) : node_impl(std::move(node)) {}
+DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node, const IGraphVis* of_store)
+    : node_impl(std::move(node)), store(of_store) {}
+
+DefaultNodeVis::~DefaultNodeVis() {
+    if (node_impl.get() != nullptr && node_impl->known_vis == this) {
+        node_impl->known_vis = nullptr;
+    }
+}
 
 graph_ptr<INodeImpl> DefaultNodeVis::get_node_impl() const {
     return node_impl;
@@ -35,43 +42,99 @@ void DefaultNodeVis::set_position(const tamsel7::point<double>& value) {
 
 // Records
 
+namespace {
+
+// What the store makes are default records, whatever the map says of their kind.
+DefaultNodeVis* _own_record(const NodeVisInfo& info) {
+    return static_cast<DefaultNodeVis*>(info.vis.get());
+}
+
+DefaultEdgeVis* _own_record(const EdgeVisInfo& info) {
+    return static_cast<DefaultEdgeVis*>(info.vis.get());
+}
+
+// Nodes and edges that still remember a record ask for it anew when it is nobody's.
+template <typename Info>
+void _disown(const Info& info) {
+    if (info.vis.get() != nullptr) {
+        _own_record(info)->store = nullptr;
+    }
+}
+
+// What may be remembered. The roots of two graphs share an id, and so may one record: it is that of
+// the root that made it.
+DefaultNodeVis* _record_for(const NodeVisInfo& info, const graph_ptr<INodeImpl>& node) {
+    DefaultNodeVis* const own = _own_record(info);
+    return own->node_impl.get() == node.get() ? own : nullptr;
+}
+
+DefaultEdgeVis* _record_for(const EdgeVisInfo& info, const graph_ptr<IEdgeImpl>& edge) {
+    DefaultEdgeVis* const own = _own_record(info);
+    return own->get_edge_impl().get() == edge.get() ? own : nullptr;
+}
+
+} // namespace
+
 DefaultGraphVis::DefaultGraphVis()
     : default_layout(GetDefaultLayout()), default_node_painter(GetDefaultNodeHandler()),
       make_list(new node_impl_vector), update_list(new node_impl_vector),
       resize_list(new node_impl_vector) {}
 
+// A record that somebody keeps beyond the store must not be taken for that of a later store.
+DefaultGraphVis::~DefaultGraphVis() {
+    node_map.for_each([](int, const NodeVisInfo& info) { _disown(info); });
+    edge_map.for_each([](int, const EdgeVisInfo& info) { _disown(info); });
+}
+
 graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> edge) {
     if (edge.get() == nullptr) {
         return graph_ptr<IEdgeVis>();
     }
-    if (const EdgeVisInfo* const known = edge_map.find(edge->get_id())) {
-        return known->vis;
+    if (edge->known_vis != nullptr && edge->known_vis->store == this) {
+        return edge->known_vis;
     }
-    sweep_when_due();
-    EdgeVisInfo& info = edge_map[edge->get_id()];
-    info.vis = new DefaultEdgeVis(edge);
-    return info.vis;
+    const EdgeVisInfo* info = edge_map.find(edge->get_id());
+    if (info == nullptr) {
+        sweep_when_due();
+        EdgeVisInfo& made = edge_map[edge->get_id()];
+        made.vis = new DefaultEdgeVis(edge, this);
+        info = &made;
+    }
+    edge->known_vis = _record_for(*info, edge);
+    return info->vis;
 }
 
 graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     if (node.get() == nullptr) {
         return graph_ptr<INodeVis>();
     }
+    if (DefaultNodeVis* const known = known_vis_in(this, *node)) {
+        return known;
+    }
     NodeVisInfo& info = record_of(node->get_id());
     if (info.vis.get() == nullptr) {
-        info.vis = new DefaultNodeVis(node);
+        info.vis = new DefaultNodeVis(node, this);
     }
+    node->known_vis = _record_for(info, node);
     return info.vis;
 }
 
 void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {
-    if (edge.get() != nullptr) {
+    if (edge.get() == nullptr) {
+        return;
+    }
+    if (const EdgeVisInfo* const info = edge_map.find(edge->get_id())) {
+        _disown(*info);
         edge_map.erase(edge->get_id());
     }
 }
 
 void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
-    if (node.get() != nullptr) {
+    if (node.get() == nullptr) {
+        return;
+    }
+    if (const NodeVisInfo* const info = node_map.find(node->get_id())) {
+        _disown(*info);
         node_map.erase(node->get_id());
     }
 }

@@ -37,6 +37,8 @@ public:
     virtual void remove_break_nodes() = 0;
     /// The run in one owner; an empty one is entered where there is none.
     virtual graph_ptr<node_impl_set> get_break_nodes_in(int owner_id) = 0;
+    /// The run in one owner, null where there is none and the record can tell without making one.
+    virtual graph_ptr<node_impl_set> find_break_nodes_in(int owner_id);
     /// Appends new break nodes to the run of an owner. A count below 1 changes nothing.
     virtual void add_break_nodes_in(int owner_id, int count) = 0;
     virtual void remove_break_nodes_in(int owner_id) = 0;
@@ -80,7 +82,10 @@ public:
 
 class NURVEX7_API DefaultNodeVis final : public INodeVis {
 public:
-    explicit DefaultNodeVis(graph_ptr<INodeImpl> node);
+    explicit DefaultNodeVis(graph_ptr<INodeImpl> node, const IGraphVis* of_store = nullptr);
+    DefaultNodeVis(const DefaultNodeVis&) = delete;
+    DefaultNodeVis& operator=(const DefaultNodeVis&) = delete;
+    ~DefaultNodeVis() override;
     graph_ptr<INodeImpl> get_node_impl() const override;
     tamsel7::size<double> get_size() const override;
     void set_size(const tamsel7::size<double>& value) override;
@@ -90,6 +95,7 @@ public:
     graph_ptr<INodeImpl> node_impl;
     tamsel7::size<double> size;
     tamsel7::point<double> position;
+    const IGraphVis* store; ///< whose record this is; null once it is nobody's
 };
 
 /// What the store keeps of one node.
@@ -101,17 +107,23 @@ struct NodeVisInfo {
 
 class NURVEX7_API DefaultEdgeVis final : public IEdgeVis {
 public:
-    explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge);
+    explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, const IGraphVis* of_store = nullptr);
+    DefaultEdgeVis(const DefaultEdgeVis&) = delete;
+    DefaultEdgeVis& operator=(const DefaultEdgeVis&) = delete;
+    ~DefaultEdgeVis() override;
     graph_ptr<IEdgeImpl> get_edge_impl() const override;
     graph_ptr<node_impl_set> get_break_nodes() override;
     void remove_break_nodes() override;
     graph_ptr<node_impl_set> get_break_nodes_in(int owner_id) override;
+    graph_ptr<node_impl_set> find_break_nodes_in(int owner_id) override;
     void add_break_nodes_in(int owner_id, int count) override;
     void remove_break_nodes_in(int owner_id) override;
 
     /// True where nobody can come back to this record: the edge or both its ends are removed, no
     /// hit test finds it, and only the store, with the node records given, holds anything of it.
     bool is_out_of_reach(const IdMap<NodeVisInfo>& records) const;
+
+    const IGraphVis* store; ///< whose record this is; null once it is nobody's
 
 private:
     using run_entry = std::pair<int, graph_ptr<node_impl_vector>>;
@@ -130,6 +142,13 @@ private:
     graph_ptr<edge_impl_vector> edge_set;          ///< what every break node of this edge holds
 };
 
+/// The record of a node in a store, where the node remembers it; null where the store has to be
+/// asked.
+inline DefaultNodeVis* known_vis_in(const IGraphVis* store, const INodeImpl& node) {
+    DefaultNodeVis* const known = node.known_vis;
+    return known != nullptr && known->store == store ? known : nullptr;
+}
+
 /// What the store keeps of one edge.
 struct EdgeVisInfo {
     graph_ptr<IEdgeVis> vis;
@@ -138,6 +157,9 @@ struct EdgeVisInfo {
 class NURVEX7_API DefaultGraphVis final : public IGraphVis {
 public:
     DefaultGraphVis();
+    DefaultGraphVis(const DefaultGraphVis&) = delete;
+    DefaultGraphVis& operator=(const DefaultGraphVis&) = delete;
+    ~DefaultGraphVis() override;
 
     graph_ptr<IEdgeVis> get_edge_vis(graph_ptr<IEdgeImpl> edge) override;
     graph_ptr<INodeVis> get_node_vis(graph_ptr<INodeImpl> node) override;

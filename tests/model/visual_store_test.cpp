@@ -47,6 +47,49 @@ TEST_F(VisualStore, RecordsComeWithTheFirstQuestionAndGoWhenRemoved) {
     EXPECT_EQ(store->get_node_vis(node)->get_size(), tamsel7::size<double>());
 }
 
+// Nodes and edges remember their record. It must not answer for them when it is nobody's any more,
+// or when another store is asked.
+TEST_F(VisualStore, ARecordThatSomebodyKeepsNoLongerAnswersForItsNode) {
+    Node handle(store, node);
+    handle.SetPosition({3, 4});
+    const graph_ptr<INodeVis> kept = store->get_node_vis(node);
+    store->remove_node_vis(node);
+    EXPECT_EQ(handle.GetPosition(), tamsel7::point<double>());
+    handle.SetPosition({5, 6});
+    EXPECT_EQ(kept->get_position(), (tamsel7::point<double>{3, 4}));
+    EXPECT_EQ(store->get_node_vis(node)->get_position(), (tamsel7::point<double>{5, 6}));
+}
+
+TEST_F(VisualStore, TwoStoresKeepTheirRecordsOfANodeApart) {
+    const graph_ptr<IEdgeImpl> edge = node->link_to(node);
+    std::vector<graph_ptr<INodeVis>> beyond; // records that live longer than their stores
+    std::vector<graph_ptr<IEdgeVis>> edges_beyond;
+    for (int i = 0; i < 100; ++i) { // a new store often lies where the last one lay
+        graph_ptr<DefaultGraphVis> other{new DefaultGraphVis};
+        Node here(store, node);
+        Node there(other, node);
+        ASSERT_EQ(there.GetPosition(), tamsel7::point<double>());
+        here.SetPosition({1.0 * i, 2});
+        there.SetPosition({3, 4});
+        other->get_edge_vis(edge)->add_break_nodes_in(0, 2);
+        ASSERT_EQ(here.GetPosition(), (tamsel7::point<double>{1.0 * i, 2}));
+        ASSERT_EQ(there.GetPosition(), (tamsel7::point<double>{3, 4}));
+        ASSERT_EQ(store->get_edge_vis(edge)->get_break_nodes_in(0)->GetCount(), 0);
+        beyond.push_back(other->get_node_vis(node));
+        edges_beyond.push_back(other->get_edge_vis(edge));
+    }
+}
+
+TEST_F(VisualStore, TheRootsOfTwoGraphsShareARecord) {
+    const graph_ptr<INodeImpl> other_root(new DefaultRootNodeImpl);
+    Node first(store, root);
+    Node second(store, other_root);
+    first.SetPosition({1, 2});
+    EXPECT_EQ(second.GetPosition(), (tamsel7::point<double>{1, 2}));
+    second.SetPosition({3, 4});
+    EXPECT_EQ(first.GetPosition(), (tamsel7::point<double>{3, 4}));
+}
+
 TEST_F(VisualStore, EdgeRecordsLikewise) {
     const graph_ptr<IEdgeImpl> edge = node->link_to(node);
     const graph_ptr<IEdgeVis> record = store->get_edge_vis(edge);
