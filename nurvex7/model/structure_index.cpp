@@ -8,6 +8,67 @@
 
 namespace nurvex7 {
 
+/// What lies above the nodes outside the index, found once for both directions.
+class StructureIndex::Surroundings {
+public:
+    static constexpr int NOWHERE = std::numeric_limits<int>::min();
+
+    /// What is above a node outside, as places; NOWHERE where it belongs to no root.
+    struct Above {
+        int top_level = NOWHERE;
+        int root = NOWHERE;
+    };
+
+    explicit Surroundings(StructureIndex& of) : index(of) {}
+
+    Above find_above(graph_ptr<INodeImpl> node);
+
+private:
+    int add(const graph_ptr<INodeImpl>& node);
+    int find_root(const graph_ptr<INodeImpl>& root);
+
+    StructureIndex& index;
+    std::vector<int> foreign_roots;
+    IdMap<Above> known_above; ///< by id of the nodes outside
+};
+
+StructureIndex::Surroundings::Above
+StructureIndex::Surroundings::find_above(graph_ptr<INodeImpl> node) {
+    std::vector<graph_ptr<INodeImpl>> path;
+    Above above;
+    for (; node.get() != nullptr; node = owner_above(node)) {
+        if (node->get_id() == 0) {
+            above.root = find_root(node);
+            above.top_level = path.empty() ? above.root : add(path.back());
+            break;
+        }
+        if (const Above* const known = known_above.find(node->get_id())) {
+            above = *known;
+            break;
+        }
+        path.push_back(node);
+    }
+    for (const auto& passed : path) {
+        known_above[passed->get_id()] = above;
+    }
+    return above;
+}
+
+int StructureIndex::Surroundings::add(const graph_ptr<INodeImpl>& node) {
+    index.outside.push_back(Node(index.nodes.front().get_vis(), node));
+    return static_cast<int>(index.GetPlaceCount()) - 1;
+}
+
+int StructureIndex::Surroundings::find_root(const graph_ptr<INodeImpl>& root) {
+    for (const int known : foreign_roots) {
+        if (index.NodeAt(known).get_impl().get() == root.get()) {
+            return known;
+        }
+    }
+    foreign_roots.push_back(add(root));
+    return foreign_roots.back();
+}
+
 /// Lifts the edges of one direction, and gathers the answers of its two queries.
 ///
 /// An edge with the near end u and the far end v climbs from both ends to w, the innermost node
@@ -16,73 +77,59 @@ namespace nurvex7 {
 /// names the root. Where v is w, the edge ends on the owner itself.
 class StructureIndex::Lifting {
 public:
-    Lifting(const StructureIndex& of, Node (Edge::*edge_end)() const);
+    Lifting(StructureIndex& of, Surroundings& around, Node (Edge::*edge_end)() const);
 
     void lift_edges(EdgeSet (Node::*node_edges)() const);
     Relation take_siblings() { return sorted_relation(siblings); }
     Relation take_crossings() { return sorted_relation(crossings); }
 
 private:
-    /// A node of an answer: its place in the index, or the complement of its place in `outside`.
-    using node_ref = int;
-    static constexpr node_ref NOWHERE = std::numeric_limits<int>::min();
-
     struct Answer {
         int base; ///< place of the node whose answer this is
         int node_id;
         int edge_id;
-        node_ref node;
-        int edge;
+        Link link;
 
         bool operator<(const Answer& other) const {
             return std::tie(node_id, edge_id) < std::tie(other.node_id, other.edge_id);
         }
     };
 
-    /// What is above a node outside the index; NOWHERE where it belongs to no root.
-    struct Above {
-        node_ref top_level = NOWHERE;
-        node_ref root = NOWHERE;
-    };
-
     void lift(int near_end, const Node& far_end);
     void lift_inside(int near_end, int far_end);
-    void lift_outside(int near_end, const Above& far_end);
-    void add(std::vector<Answer>& answers, int base, node_ref node);
-
-    Above find_above(graph_ptr<INodeImpl> node);
-    node_ref add_outside(const graph_ptr<INodeImpl>& node);
-    node_ref find_root(const graph_ptr<INodeImpl>& root);
-    const Node& node_at(node_ref node) const;
+    void lift_outside(int near_end, const Surroundings::Above& far_end);
+    void add(std::vector<Answer>& answers, int base, int node);
     Relation sorted_relation(std::vector<Answer>& answers) const;
 
-    const StructureIndex& index;
+    StructureIndex& index;
+    Surroundings& surroundings;
     Node (Edge::*far_end_of)() const;
-    std::vector<Edge> edges; ///< as they are lifted; the last one is at work
+    int edge = 0;    ///< number of the edge at work
+    int edge_id = 0; ///< and its id
     std::vector<Answer> siblings;
     std::vector<Answer> crossings;
-    std::vector<Node> outside;
-    std::vector<node_ref> foreign_roots;
-    IdMap<Above> known_above; ///< by id of the nodes outside
     bool top_is_root;
-    node_ref own_root;
+    int own_root;
 };
 
-StructureIndex::Lifting::Lifting(const StructureIndex& of, Node (Edge::*edge_end)() const)
-    : index(of), far_end_of(edge_end), top_is_root(IsRoot(of.nodes.front())),
-      own_root(top_is_root ? 0 : find_above(of.nodes.front().get_impl()).root) {}
+StructureIndex::Lifting::Lifting(StructureIndex& of, Surroundings& around,
+                                 Node (Edge::*edge_end)() const)
+    : index(of), surroundings(around), far_end_of(edge_end), top_is_root(IsRoot(of.nodes.front())),
+      own_root(top_is_root ? 0 : around.find_above(of.nodes.front().get_impl()).root) {}
 
 void StructureIndex::Lifting::lift_edges(EdgeSet (Node::*node_edges)() const) {
-    if (own_root == NOWHERE) {
+    if (own_root == Surroundings::NOWHERE) {
         return;
     }
     for (int place = 1; place < static_cast<int>(index.nodes.size()); ++place) {
         EdgeSet own_edges = (index.nodes[static_cast<std::size_t>(place)].*node_edges)();
-        for (int i = 0; i < own_edges.GetCount(); ++i) {
-            const Edge edge = own_edges.GetItem(i);
-            const Node far_end = (edge.*far_end_of)();
+        const int count = own_edges.GetCount();
+        for (int i = 0; i < count; ++i) {
+            const Edge at_work = own_edges.GetItem(i);
+            const Node far_end = (at_work.*far_end_of)();
             if (far_end.get_impl().get() != nullptr) {
-                edges.push_back(edge);
+                edge = index.number_of(at_work);
+                edge_id = at_work.GetID();
                 lift(place, far_end);
             }
         }
@@ -96,8 +143,8 @@ void StructureIndex::Lifting::lift(int near_end, const Node& far_end) {
     } else if (place >= 0) {
         lift_inside(near_end, place);
     } else {
-        const Above above = find_above(far_end.get_impl());
-        if (above.root != NOWHERE) {
+        const Surroundings::Above above = surroundings.find_above(far_end.get_impl());
+        if (above.root != Surroundings::NOWHERE) {
             lift_outside(near_end, above);
         }
     }
@@ -129,7 +176,7 @@ void StructureIndex::Lifting::lift_inside(int near_end, int far_end) {
     }
 }
 
-void StructureIndex::Lifting::lift_outside(int near_end, const Above& far_end) {
+void StructureIndex::Lifting::lift_outside(int near_end, const Surroundings::Above& far_end) {
     int owner = index.owner_place[static_cast<std::size_t>(near_end)];
     while (owner > 0) {
         add(crossings, near_end, far_end.root);
@@ -145,52 +192,8 @@ void StructureIndex::Lifting::lift_outside(int near_end, const Above& far_end) {
     }
 }
 
-void StructureIndex::Lifting::add(std::vector<Answer>& answers, int base, node_ref node) {
-    answers.push_back({base, node_at(node).GetID(), edges.back().GetID(), node,
-                       static_cast<int>(edges.size()) - 1});
-}
-
-StructureIndex::Lifting::Above StructureIndex::Lifting::find_above(graph_ptr<INodeImpl> node) {
-    std::vector<graph_ptr<INodeImpl>> path;
-    Above above;
-    for (; node.get() != nullptr; node = owner_above(node)) {
-        if (node->get_id() == 0) {
-            above.root = find_root(node);
-            above.top_level = path.empty() ? above.root : add_outside(path.back());
-            break;
-        }
-        if (const Above* const known = known_above.find(node->get_id())) {
-            above = *known;
-            break;
-        }
-        path.push_back(node);
-    }
-    for (const auto& passed : path) {
-        known_above[passed->get_id()] = above;
-    }
-    return above;
-}
-
-StructureIndex::Lifting::node_ref
-StructureIndex::Lifting::add_outside(const graph_ptr<INodeImpl>& node) {
-    outside.push_back(Node(index.nodes.front().get_vis(), node));
-    return ~(static_cast<node_ref>(outside.size()) - 1);
-}
-
-StructureIndex::Lifting::node_ref
-StructureIndex::Lifting::find_root(const graph_ptr<INodeImpl>& root) {
-    for (const node_ref known : foreign_roots) {
-        if (node_at(known).get_impl().get() == root.get()) {
-            return known;
-        }
-    }
-    foreign_roots.push_back(add_outside(root));
-    return foreign_roots.back();
-}
-
-const Node& StructureIndex::Lifting::node_at(node_ref node) const {
-    return node >= 0 ? index.nodes[static_cast<std::size_t>(node)]
-                     : outside[static_cast<std::size_t>(~node)];
+void StructureIndex::Lifting::add(std::vector<Answer>& answers, int base, int node) {
+    answers.push_back({base, index.NodeAt(node).GetID(), edge_id, Link{node, edge}});
 }
 
 // A counting sort by base, then a small sort in each answer. The pairs are made in their final
@@ -212,12 +215,14 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
     }
     std::vector<Answer>().swap(answers);
     relation.pairs.reserve(by_base.size());
+    relation.links.reserve(by_base.size());
     for (std::size_t p = 0; p < index.nodes.size(); ++p) {
         const auto first = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p]);
         const auto last = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p + 1]);
         std::sort(first, last);
         std::for_each(first, last, [&](const Answer& a) {
-            relation.pairs.push_back({node_at(a.node), edges[static_cast<std::size_t>(a.edge)]});
+            relation.pairs.push_back({index.NodeAt(a.link.node), index.EdgeAt(a.link.edge)});
+            relation.links.push_back(a.link);
         });
     }
     return relation;
@@ -225,16 +230,19 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
 
 StructureIndex::StructureIndex(const Node& owner) {
     collect_nodes(owner);
-    Lifting out(*this, &Edge::To);
+    Surroundings surroundings(*this);
+    Lifting out(*this, surroundings, &Edge::To);
     out.lift_edges(&Node::GetEdgesOut);
     children = out.take_siblings();
     edges_out = out.take_crossings();
     // After removals the edges in of a node and the edges out of its neighbours may differ, so each
     // direction is lifted from its own sets.
-    Lifting in(*this, &Edge::From);
+    Lifting in(*this, surroundings, &Edge::From);
     in.lift_edges(&Node::GetEdgesIn);
     parents = in.take_siblings();
     edges_in = in.take_crossings();
+    place_notes.assign(GetPlaceCount(), 0);
+    edge_notes.assign(edges.size(), 0);
 }
 
 void StructureIndex::collect_nodes(const Node& owner) {
@@ -244,16 +252,40 @@ void StructureIndex::collect_nodes(const Node& owner) {
         nodes.push_back(node);
         owner_place.push_back(above);
         depth.push_back(above < 0 ? 0 : depth[static_cast<std::size_t>(above)] + 1);
+        node.get_impl()->place = own_place;
         place_of[node.GetID()] = own_place;
     };
     ForEachNodeIn(owner, enter, false, true);
 }
 
+// The note on the node says where it is, unless somebody else has numbered the node since.
 int StructureIndex::find_place(const graph_ptr<INodeImpl>& node) const {
+    const auto stands_at = [&](int place) {
+        const auto i = static_cast<std::size_t>(place);
+        return i < nodes.size() && nodes[i].get_impl().get() == node.get();
+    };
+    if (stands_at(node->place)) {
+        return node->place;
+    }
     const int* const place = place_of.find(node->get_id());
-    const bool same =
-        place != nullptr && nodes[static_cast<std::size_t>(*place)].get_impl().get() == node.get();
-    return same ? *place : -1;
+    return place != nullptr && stands_at(*place) ? *place : -1;
+}
+
+// Nobody else numbers edges while the index is made, so the note alone tells whether an edge has
+// its number.
+int StructureIndex::number_of(const Edge& edge) {
+    const IEdgeImpl* const impl = edge.get_impl().get();
+    const auto noted = static_cast<std::size_t>(impl->place);
+    if (noted >= edges.size() || edges[noted].get_impl().get() != impl) {
+        impl->place = static_cast<int>(edges.size());
+        edges.push_back(edge);
+    }
+    return impl->place;
+}
+
+const Node& StructureIndex::NodeAt(int place) const {
+    const auto i = static_cast<std::size_t>(place);
+    return i < nodes.size() ? nodes[i] : outside[i - nodes.size()];
 }
 
 bool StructureIndex::Covers(const Node& node) const {
@@ -269,6 +301,16 @@ std::span<const NodeEdgePair> StructureIndex::answer(const Relation& relation,
     const std::size_t first = relation.start[static_cast<std::size_t>(place)];
     const std::size_t last = relation.start[static_cast<std::size_t>(place) + 1];
     return std::span(relation.pairs).subspan(first, last - first);
+}
+
+std::span<const StructureIndex::Link> StructureIndex::links_of(const Relation& relation,
+                                                               int place) {
+    if (place <= 0 || static_cast<std::size_t>(place) + 1 >= relation.start.size()) {
+        return {};
+    }
+    const std::size_t first = relation.start[static_cast<std::size_t>(place)];
+    const std::size_t last = relation.start[static_cast<std::size_t>(place) + 1];
+    return std::span(relation.links).subspan(first, last - first);
 }
 
 std::span<const NodeEdgePair> StructureIndex::Children(const Node& node) const {

@@ -32,6 +32,27 @@ public:
     std::span<const NodeEdgePair> EdgesOut(const Node& node) const;
     std::span<const NodeEdgePair> EdgesIn(const Node& node) const;
 
+    /// One pair of an answer in numbers: the place of its node, and a number for its edge that is
+    /// the same in the answers of both ends.
+    struct Link {
+        int node;
+        int edge;
+    };
+    /// The answers of Children and Parents once more, pair by pair, for the node at a place.
+    std::span<const Link> ChildLinks(int place) const { return links_of(children, place); }
+    std::span<const Link> ParentLinks(int place) const { return links_of(parents, place); }
+    /// The place of a node; -1 where it is not covered.
+    int FindPlace(const Node& node) const { return find_place(node.get_impl()); }
+    /// The node at a place. Behind all that GetNodes gives stand the nodes outside the owner that
+    /// answers name.
+    const Node& NodeAt(int place) const;
+    const Edge& EdgeAt(int number) const { return edges[static_cast<std::size_t>(number)]; }
+    std::size_t GetPlaceCount() const { return nodes.size() + outside.size(); }
+    /// A note at a place or an edge number, for a caller who gives them numbers of his own; 0 at
+    /// first. Duty: the note may be somebody else's, so it has to be checked before it is believed
+    int& NoteOfPlace(int place) const { return place_notes[static_cast<std::size_t>(place)]; }
+    int& NoteOfEdge(int number) const { return edge_notes[static_cast<std::size_t>(number)]; }
+
     /// The number of nodes strictly inside the owner.
     std::size_t GetCount() const { return nodes.size() - 1; }
     /// Everything inside the owner. Order: owners before what they own, siblings in set order; the
@@ -43,18 +64,26 @@ private:
     struct Relation {
         std::vector<std::size_t> start;
         std::vector<NodeEdgePair> pairs;
+        std::vector<Link> links;
     };
+    class Surroundings;
     class Lifting;
 
     void collect_nodes(const Node& owner);
     /// The place of a node in `nodes`; -1 where it is not covered.
     int find_place(const graph_ptr<INodeImpl>& node) const;
     std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
+    static std::span<const Link> links_of(const Relation& relation, int place);
+    int number_of(const Edge& edge);
 
     std::vector<Node> nodes;
     std::vector<int> owner_place; ///< place of each node's owner in `nodes`; -1 for the first
     std::vector<int> depth;       ///< owners between each node and the first
     IdMap<int> place_of;          ///< by node id
+    std::vector<Node> outside; ///< what stands behind the nodes, for answers that leave the owner
+    std::vector<Edge> edges;   ///< by number
+    mutable std::vector<int> place_notes;
+    mutable std::vector<int> edge_notes;
     Relation children;
     Relation parents;
     Relation edges_out;

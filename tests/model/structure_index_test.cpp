@@ -30,12 +30,23 @@ id_pairs ids_of(const graph_ptr2<IGraphSet<NodeEdgePair>>& pairs) {
     return ids;
 }
 
+id_pairs ids_of(const StructureIndex& index, std::span<const StructureIndex::Link> links) {
+    id_pairs ids;
+    for (const StructureIndex::Link& link : links) {
+        ids.emplace_back(index.NodeAt(link.node).GetID(), index.EdgeAt(link.edge).GetID());
+    }
+    return ids;
+}
+
 void expect_the_plain_answers(const StructureIndex& index) {
     for (std::size_t i = 1; i < index.GetNodes().size(); ++i) {
         const Node& node = index.GetNodes()[i];
         SCOPED_TRACE(node.GetID());
         ASSERT_EQ(ids_of(index.Children(node)), ids_of(GetChildrenEx(node)));
         ASSERT_EQ(ids_of(index.Parents(node)), ids_of(GetParentsEx(node)));
+        const int place = index.FindPlace(node);
+        ASSERT_EQ(ids_of(index, index.ChildLinks(place)), ids_of(index.Children(node)));
+        ASSERT_EQ(ids_of(index, index.ParentLinks(place)), ids_of(index.Parents(node)));
         ASSERT_EQ(ids_of(index.EdgesOut(node)), ids_of(GetEdgesOutEx(node)));
         ASSERT_EQ(ids_of(index.EdgesIn(node)), ids_of(GetEdgesInEx(node)));
     }
@@ -71,6 +82,17 @@ TEST(StructureIndex, CoversTheOwnerAndItsInsideAndAnswersEmptyElsewhere) {
     EXPECT_TRUE(index.Children(owner).empty());
     EXPECT_TRUE(index.Parents(beside).empty());
     EXPECT_FALSE(StructureIndex(graph->GetRoot()).Covers(other_graph->GetRoot()));
+}
+
+TEST(StructureIndex, AnswersWhoeverNumbersTheNodesBesides) {
+    RandomNest nest(7);
+    const StructureIndex outer(nest.graph->GetRoot());
+    const StructureIndex inner(nest.pick()); // leaves its own notes on the nodes
+    for (const Node& node : outer.GetNodes()) {
+        node.get_impl()->place += node.GetID() % 3;
+    }
+    expect_the_plain_answers(outer);
+    expect_the_plain_answers(inner);
 }
 
 TEST(StructureIndex, AnEdgeIntoAnotherGraphIsAnsweredAsTheQueriesDo) {
