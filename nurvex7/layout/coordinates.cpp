@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
+#include <vector>
 
 namespace nurvex7 {
 
@@ -23,6 +25,7 @@ void IncLayout::calculate_x_coords() {
         x = place_column(k, x, y_shift, bottom);
         max_bottom = std::max(max_bottom, bottom + node_gap);
     }
+    place_passing_edges(y_shift);
     if (!level_nodes.empty()) {
         adjust_ports(&level_nodes.front(), 0, ORDER_IN);
         adjust_ports(&level_nodes.back(), x, ORDER_OUT);
@@ -68,13 +71,9 @@ double IncLayout::place_column(std::size_t k, double x, double y_shift, double& 
         x_end = std::max(x_end, before.x_end);
     }
     cur_levels->set(k, Level{x, x_end, x_end - x});
-    const Node owner = nodes.front().GetOwner();
     for (const Node& n : level_nodes[k]) {
-        const double y = n.GetPosition().y - y_shift;
-        if (n.IsDummy()) {
-            place_break_node(n, x, x_end, y, owner);
-        } else {
-            place_normal_node(n, x, x_end, y);
+        if (!n.IsDummy()) {
+            place_normal_node(n, x, x_end, n.GetPosition().y - y_shift);
             bottom = lay_tracks(n, x, x_end, n.GetPosition().y + n.GetSize().height);
         }
     }
@@ -93,16 +92,12 @@ public:
     _BreakList(const Edge& edge, const Node& owner)
         : list(edge.GetBreakNodesIn(owner)), count(list.GetCount()) {}
 
-    template <typename F>
-    void with(int index, F f) {
+    void put(int index, double x, double y) {
         if (index >= 0 && index < count) {
-            f(list.GetItem(index));
+            list.GetItem(index).SetPosition(x, y);
         }
     }
-    template <typename F>
-    void with_last(int back, F f) {
-        with(count - back, f);
-    }
+    void put_from_end(int back, double x, double y) { put(count - back, x, y); }
 
 private:
     NodeSet list;
@@ -120,46 +115,117 @@ void IncLayout::place_normal_node(Node node, double x_start, double x_end, doubl
     const double right = left + size.width;
     node.SetPosition(left, y);
     const Node owner = node.GetOwner();
-    const auto put = [&](double x, Order order) {
-        return [this, &node, x, c, order](const Node& bend) {
-            adjust_break_to_inner(bend, node, x, c, order);
-        };
+    const auto put_out = [&](const Edge& edge, double turn) {
+        _BreakList b(edge, owner);
+        const double at = y_beside(edge, node, c, ORDER_OUT);
+        b.put(0, right, at);
+        b.put(1, turn, at);
+    };
+    const auto put_in = [&](const Edge& edge, double turn) {
+        _BreakList b(edge, owner);
+        const double at = y_beside(edge, node, c, ORDER_IN);
+        b.put_from_end(2, turn, at);
+        b.put_from_end(1, left, at);
     };
     for (const NodeEdgePair& pair : children_of(node)) {
         if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
             const LocalEdgeInfo& info = local_info[pair.edge];
-            _BreakList b(pair.edge, owner);
-            b.with(0, put(right, ORDER_OUT));
-            b.with(1, put(info.flat || info.reversed ? right + edge_margin : x_end, ORDER_OUT));
+            put_out(pair.edge, info.flat || info.reversed ? right + edge_margin : x_end);
         }
     }
     for (const NodeEdgePair& pair : parents_of(node)) {
         if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
-            _BreakList b(pair.edge, owner);
-            const bool reversed = local_info[pair.edge].reversed;
-            b.with_last(2, put(reversed ? left - edge_margin : x_start, ORDER_IN));
-            b.with_last(1, put(left, ORDER_IN));
+            put_in(pair.edge, local_info[pair.edge].reversed ? left - edge_margin : x_start);
         }
     }
     // Deliberate: hidden far ends are not left out of the edges that cross the border.
     for (const NodeEdgePair& pair : edges_in_of(node)) {
-        _BreakList b(pair.edge, owner);
-        b.with_last(2, put(x_start, ORDER_IN));
-        b.with_last(1, put(left, ORDER_IN));
+        put_in(pair.edge, x_start);
     }
     for (const NodeEdgePair& pair : edges_out_of(node)) {
-        _BreakList b(pair.edge, owner);
-        b.with(1, put(x_end, ORDER_OUT));
-        b.with(0, put(right, ORDER_OUT));
+        put_out(pair.edge, x_end);
     }
+}
+
+namespace {
+
+/// The dummy nodes of a drawing in the order of their edges: memory follows the edges, not the
+/// levels, and what one edge needs is looked up once for all of its dummy nodes.
+///
+/// Order   the dummy nodes of one edge as they were added
+class _Passages {
+public:
+    struct Passage {
+        const Node* node;
+        std::size_t level;
+        std::size_t edge;
+    };
+
+    void add(const Node& node, std::size_t level) {
+        const Edge edge = node.GetEdgesOut().GetItem(0);
+        const IEdgeImpl* const impl = edge.get_impl().get();
+        const auto noted = static_cast<std::size_t>(impl->place);
+        if (noted >= edges.size() || edges[noted] != impl) {
+            impl->place = static_cast<int>(edges.size());
+            edges.push_back(impl);
+        }
+        passages.push_back({&node, level, static_cast<std::size_t>(impl->place)});
+    }
+
+    /// Calls `f(passages)` with those of one edge, edge by edge.
+    template <typename F>
+    void for_each_edge(F f) const {
+        std::vector<std::size_t> start(edges.size() + 1, 0);
+        for (const Passage& passage : passages) {
+            ++start[passage.edge + 1];
+        }
+        for (std::size_t e = 1; e < start.size(); ++e) {
+            start[e] += start[e - 1];
+        }
+        std::vector<Passage> by_edge(passages.size());
+        std::vector<std::size_t> next(start);
+        for (const Passage& passage : passages) {
+            by_edge[next[passage.edge]++] = passage;
+        }
+        for (std::size_t e = 0; e + 1 < start.size(); ++e) {
+            f(std::span(by_edge).subspan(start[e], start[e + 1] - start[e]));
+        }
+    }
+
+private:
+    std::vector<const IEdgeImpl*> edges; ///< by number; the number is noted on the edge as well
+    std::vector<Passage> passages;
+};
+
+} // namespace
+
+// The dummy nodes of all columns. Those of one edge follow each other in the order of the levels,
+// as they would column by column.
+void IncLayout::place_passing_edges(double y_shift) {
+    _Passages dummies;
+    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
+        for (const Node& n : level_nodes[k]) {
+            if (n.IsDummy()) {
+                dummies.add(n, k);
+            }
+        }
+    }
+    dummies.for_each_edge([&](std::span<const _Passages::Passage> passages) {
+        const Edge edge = passages.front().node->GetEdgesOut().GetItem(0);
+        NodeSet b = edge.GetBreakNodesIn(nodes.front().GetOwner());
+        const bool reversed = local_info[edge].reversed;
+        for (const _Passages::Passage& passage : passages) {
+            const Level column = cur_levels->get(passage.level);
+            const double y = passage.node->GetPosition().y - y_shift;
+            place_break_node(*passage.node, column.x_start, column.x_end, y, b, reversed);
+        }
+    });
 }
 
 // A dummy node and its partner, the other bend of the same edge on the same level: one at the left
 // side of the column, one at the right.
-void IncLayout::place_break_node(Node node, double x_start, double x_end, double y,
-                                 const Node& owner) {
-    const Edge edge = node.GetEdgesOut().GetItem(0);
-    NodeSet b = edge.GetBreakNodesIn(owner);
+void IncLayout::place_break_node(Node node, double x_start, double x_end, double y, NodeSet& b,
+                                 bool reversed) {
     const int i = find_partner(node, b);
     if (i < 0) {
         node.SetPosition(x_start, y);
@@ -167,7 +233,7 @@ void IncLayout::place_break_node(Node node, double x_start, double x_end, double
     }
     Node partner = b.GetItem(i);
     const bool partner_first = i + 1 < b.GetCount() && b.GetItem(i + 1) == node;
-    if (local_info[edge].reversed || partner_first) {
+    if (reversed || partner_first) {
         partner.SetPosition(x_start, y);
         node.SetPosition(x_end, y);
     } else {

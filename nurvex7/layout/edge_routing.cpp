@@ -1,20 +1,38 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/folding.h"
 
+#include <optional>
+
 namespace nurvex7 {
 
-// One bend beside a node. Where the edge goes on inside the node, the bend takes the height of the
-// first or last bend in there: this is what lets an edge run straight through a cluster's border.
+namespace {
+
+// The y of the first or last bend of an edge inside a node; nothing where the edge ends on the node
+// itself. Most edges do, so asking enters no empty run for them.
+std::optional<double> _y_of_inner_bend(const Edge& edge, const Node& node, Order order) {
+    const graph_ptr<node_impl_set> inner = edge.FindBreakNodesIn(node);
+    const int count = inner.get() != nullptr ? inner->GetCount() : 0;
+    if (count == 0) {
+        return std::nullopt;
+    }
+    const Node at_border(edge.get_vis(), inner->GetItem(order == ORDER_IN ? 0 : count - 1));
+    return at_border.GetPosition().y;
+}
+
+} // namespace
+
+// Where an edge goes on inside the node, its bends beside the node take the height of the first or
+// last bend in there: this is what lets an edge run straight through a cluster's border.
+double IncLayout::y_beside(const Edge& edge, const Node& node, double y, Order order) {
+    const std::optional<double> inner = _y_of_inner_bend(edge, node, order);
+    return inner.has_value() ? *inner + node.GetPosition().y : y;
+}
+
+// One bend beside a node.
 void IncLayout::adjust_break_to_inner(Node break_node, const Node& node, double x, double y,
                                       Order order) {
     const Edge edge = break_node.GetEdgesOut().GetItem(0);
-    NodeSet inner = edge.GetBreakNodesIn(node);
-    if (inner.GetCount() == 0) {
-        break_node.SetPosition(x, y);
-        return;
-    }
-    const Node at_border = inner.GetItem(order == ORDER_IN ? 0 : inner.GetCount() - 1);
-    break_node.SetPosition(x, at_border.GetPosition().y + node.GetPosition().y);
+    break_node.SetPosition(x, y_beside(edge, node, y, order));
 }
 
 // The tracks under a node: first its outgoing flat and reversed edges, then its incoming reversed
@@ -88,20 +106,18 @@ void IncLayout::adjust_ports(std::vector<Node>* level, double x, Order order) {
 // Where the edge of a pair meets the node of the pair: in the middle of a side, or at the height of
 // the bend on the border where the edge goes on inside the node.
 tamsel7::point<double> IncLayout::get_inout_coords(const NodeEdgePair& pair, Order order) {
-    const Node& n = pair.node;
-    tamsel7::point<double> p = n.GetPosition();
-    if (n.IsDummy()) {
+    const tamsel7::point<double> p = pair.node.GetPosition();
+    if (pair.node.IsDummy()) {
         return p;
     }
-    const bool in = order == ORDER_IN;
-    const tamsel7::size<double> size = n.GetSize();
-    NodeSet inner = pair.edge.GetBreakNodesIn(n);
-    const double x = in ? p.x : p.x + size.width;
-    if (inner.GetCount() == 0) {
-        return {x, p.y + size.height / 2};
-    }
-    const Node at_border = inner.GetItem(in ? 0 : inner.GetCount() - 1);
-    return {x, p.y + at_border.GetPosition().y};
+    const double x = order == ORDER_IN ? p.x : p.x + pair.node.GetSize().width;
+    return {x, p.y + inout_offset(pair, order)};
+}
+
+// How far below the top of a real node that is.
+double IncLayout::inout_offset(const NodeEdgePair& pair, Order order) {
+    const std::optional<double> inner = _y_of_inner_bend(pair.edge, pair.node, order);
+    return inner.has_value() ? *inner : pair.node.GetSize().height / 2;
 }
 
 } // namespace nurvex7

@@ -1,5 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 
+#include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"

@@ -14,6 +14,7 @@
 
 namespace nurvex7 {
 
+class LevelGraph;
 class Ordinals;
 struct NodeByAdjacentYComparator;
 
@@ -94,6 +95,7 @@ protected:
     using node_store = GraphInfoStore<NodeInfo, EdgeInfo>;
     using local_store = GraphInfoStore<LocalNodeInfo, LocalEdgeInfo>;
     using node_iterator = std::vector<Node>::iterator;
+    using const_node_iterator = std::vector<Node>::const_iterator;
 
     // Level assignment (level_assignment.cpp)
     void determine_levels();
@@ -103,13 +105,11 @@ protected:
     void collect_connectivity_component(Node start, std::vector<Node>* component);
     void enumerate_connectivity_component(std::vector<Node>* component);
     void _mark_edges(const Node& node);
-    int _degree(std::span<const NodeEdgePair> set);
     int _degree(graph_ptr2<IGraphSet<NodeEdgePair>> set);
     int _degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order order, bool both);
     void mark_reversed_edges(std::vector<Node>* list, bool by_order);
     void mark_levels(std::vector<Node>* list);
     void set_node_level(const Node& node, int level);
-    std::vector<const Node*> successors_of(const Node& node);
     void tighten_start_nodes(std::vector<Node>* starts);
     void mark_new_nodes_levels(std::vector<Node>* component);
 
@@ -147,17 +147,15 @@ protected:
     void force_adjust();
     void force_adjust_block(node_iterator first, node_iterator last, DependenceLevel dependence,
                             bool with_dummies, double lower, double upper);
-    void straighten_dummy_runs(std::vector<Node>& level);
-    bool force_on(const Node& node, DependenceLevel dependence, double& force);
-    void hold_upper_bound(node_iterator first, node_iterator last, double upper,
-                          std::vector<double>& y);
 
     // Coordinates (coordinates.cpp)
     void calculate_x_coords();
     double top_shift() const;
     double place_column(std::size_t k, double x, double y_shift, double& bottom);
     void place_normal_node(Node node, double x_start, double x_end, double y);
-    void place_break_node(Node node, double x_start, double x_end, double y, const Node& owner);
+    void place_passing_edges(double y_shift);
+    void place_break_node(Node node, double x_start, double x_end, double y, NodeSet& b,
+                          bool reversed);
     int find_partner(const Node& node, NodeSet& b);
 
     // Routing (edge_routing.cpp)
@@ -169,6 +167,8 @@ protected:
     double lay_tracks(const Node& node, double x_start, double x_end, double bottom);
     void adjust_ports(std::vector<Node>* level, double x, Order order);
     tamsel7::point<double> get_inout_coords(const NodeEdgePair& pair, Order order);
+    static double inout_offset(const NodeEdgePair& pair, Order order);
+    static double y_beside(const Edge& edge, const Node& node, double y, Order order);
 
     // The old drawing (old_drawing.cpp)
     void restore_old_levels();
@@ -229,6 +229,8 @@ protected:
     bool serves_nests_flat = false;
 
 private:
+    class ForceField; // force_adjustment.cpp
+
     /// Holds the answers of the structure queries for the length of an outermost run.
     class KeptAnswers {
     public:
@@ -253,15 +255,18 @@ private:
     void forget_removed_owners();
     void take_old_drawing_back(const Node& owner);
 
-    void raise_levels(const std::vector<Node>& sources, int level);
     UpdateOutlook look_ahead(const Node& owner, bool with_owners_inside) const;
     const IncLayout* layout_that_serves(const Node& node) const;
 
     template <typename F>
     void sweep(F f);
+    template <typename F>
+    auto with_level_graph(const std::vector<Node>& list, F f);
+    std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
 
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
+    std::unique_ptr<LevelGraph> level_graph;   ///< per phase of the level assignment
     std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
     int served_id = NOBODY;                    ///< the owner whose inside has been served already
 };

@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/level_graph.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
@@ -6,8 +7,8 @@
 #include <climits>
 #include <cstddef>
 #include <deque>
-#include <functional>
-#include <set>
+#include <memory>
+#include <span>
 #include <utility>
 
 namespace nurvex7 {
@@ -22,6 +23,7 @@ namespace nurvex7 {
 //         edge knows about, as removals can leave it, may stay on -1
 // Space   none
 void IncLayout::determine_levels() {
+    level_graph = make_level_graph(nodes);
     std::vector<std::vector<Node>> components;
     find_connectivity_components(&nodes, &components);
     for (std::vector<Node>& component : components) {
@@ -30,6 +32,7 @@ void IncLayout::determine_levels() {
     mark_reversed_edges(&nodes, true);
     mark_levels(&nodes);
     mark_reversed_edges(&nodes, false);
+    level_graph.reset();
 }
 
 // The same for an update: old nodes keep their level. A component in which all is new is laid out
@@ -41,6 +44,7 @@ void IncLayout::determine_levels() {
 // Leaves  a level for every node; 0 for one that goes before the old first level
 // Space   none
 void IncLayout::determine_new_nodes_levels() {
+    level_graph = make_level_graph(nodes);
     std::vector<std::vector<Node>> components;
     find_connectivity_components(&nodes, &components);
     for (std::vector<Node>& component : components) {
@@ -55,444 +59,293 @@ void IncLayout::determine_new_nodes_levels() {
         }
     }
     mark_reversed_edges(&nodes, false);
+    level_graph.reset();
+}
+
+std::unique_ptr<LevelGraph> IncLayout::make_level_graph(const std::vector<Node>& list) {
+    return std::make_unique<LevelGraph>(*structure, list, *cur_info, local_info, !keep_hidden);
+}
+
+// The nodes are numbered for all steps of a phase together; a step that is called by itself numbers
+// them for itself.
+template <typename F>
+auto IncLayout::with_level_graph(const std::vector<Node>& list, F f) {
+    return level_graph != nullptr ? f(*level_graph) : f(*make_level_graph(list));
 }
 
 bool IncLayout::passed_over(const Node& node) const {
     return !keep_hidden && IsFlagSet(node, NODE_HIDDEN);
 }
 
-void IncLayout::find_connectivity_components(std::vector<Node>* list,
-                                             std::vector<std::vector<Node>>* components) {
-    for (const Node& n : *list) {
-        local_info[n].visited = false;
-    }
-    components->clear();
-    components->reserve(std::max<std::size_t>(components->capacity(), 10));
-    for (const Node& n : *list) {
-        if (!passed_over(n) && !local_info[n].visited) {
-            components->emplace_back();
-            collect_connectivity_component(n, &components->back());
-        }
-    }
-}
+namespace {
 
 // Depth first, children before parents: the order in which a component lists its nodes decides ties
 // further on. The walk keeps its own stack, as the path can be as long as the graph is large.
-void IncLayout::collect_connectivity_component(Node start, std::vector<Node>* component) {
+void _collect_component(LevelGraph& graph, int start, std::vector<Node>& component) {
     struct Frame {
-        std::span<const NodeEdgePair> children;
-        std::span<const NodeEdgePair> parents;
+        int node;
         std::size_t next;
     };
     std::vector<Frame> open;
-    const auto enter = [&](const Node& n) {
-        local_info[n].visited = true;
-        component->push_back(n);
-        open.push_back(Frame{children_of(n), parents_of(n), 0});
+    const auto enter = [&](int i) {
+        graph.mark_visited(i, true);
+        component.push_back(graph.node_at(i));
+        open.push_back(Frame{i, 0});
     };
     enter(start);
     while (!open.empty()) {
         Frame& frame = open.back();
+        const std::span<const LevelGraph::Link> children = graph.children_of(frame.node);
+        const std::span<const LevelGraph::Link> parents = graph.parents_of(frame.node);
         const std::size_t at = frame.next++;
-        if (at == frame.children.size() + frame.parents.size()) {
+        if (at == children.size() + parents.size()) {
             open.pop_back();
             continue;
         }
-        const Node& neighbour = at < frame.children.size()
-                                    ? frame.children[at].node
-                                    : frame.parents[at - frame.children.size()].node;
-        if (!passed_over(neighbour) && !local_info[neighbour].visited) {
+        const int neighbour =
+            at < children.size() ? children[at].node : parents[at - children.size()].node;
+        if (!graph.passed_over(neighbour) && !graph.is_visited(neighbour)) {
             enter(neighbour);
         }
     }
 }
 
-namespace {
-
-/// Numbers the nodes of one component from both ends so that few edges run against the numbers:
-/// the greedy heuristic for feedback arc sets of Eades, Lin and Smyth (1993), in sweeps over the
-/// component. Nodes and edges are places in the component; loops take no part.
-///
-/// A sweep looks at every node that has no number yet; here it goes from one node that can take a
-/// number to the next, which gives the same numbers without looking at the others.
-class _Enumeration {
-public:
-    /// An edge stands for a neighbour of each of its ends, and ends doing so when a node that knows
-    /// it takes its number. After removals one end may not know the edge of the other; such a
-    /// neighbour stays unfinished, and may not even be of this component.
-    struct EdgeEnds {
-        int head = -1; ///< node whose incoming neighbour the edge stands for, -1 if none
-        int tail = -1; ///< node whose outgoing neighbour the edge stands for, -1 if none
-        bool marked = false;
-    };
-    struct Member {
-        std::vector<int> edges; ///< all that the node knows
-        int in = 0;             ///< unfinished neighbours
-        int out = 0;
-        bool is_source = false; ///< no incoming edge at all, loops included
-        bool is_sink = false;
-        int order = -1;
-    };
-
-    std::vector<Member> members;
-    std::vector<EdgeEnds> edges;
-
-    void number_all() {
-        back = count() - 1;
-        first_sweep();
-        sweeping = true;
-        for (int i = 0; i < count(); ++i) {
-            if (at(i).order == -1) {
-                enter(i);
-            }
-        }
-        while (!surplus.empty()) {
-            if (!sweep()) {
-                // Only here is a cycle cut: the node with the largest surplus of unfinished
-                // outgoing over unfinished incoming neighbours, the first of its kind, goes first.
-                finish(surplus.begin()->second, front++);
-            }
-        }
-    }
-
-private:
-    int count() const { return static_cast<int>(members.size()); }
-    Member& at(int i) { return members[static_cast<std::size_t>(i)]; }
-
-    // Deliberate: all sources share the number 0. They cannot be joined to each other.
-    void first_sweep() {
-        for (int i = 0; i < count(); ++i) {
-            if (at(i).is_source) {
-                front = 1;
-                finish(i, 0);
-            } else if (at(i).is_sink) {
-                finish(i, back--);
-            }
-        }
-    }
-
-    bool sweep() {
-        bool progress = false;
-        for (auto next = ready.begin(); next != ready.end();) {
-            const int i = *next;
-            progress = true;
-            finish(i, at(i).in == 0 ? front++ : back--);
-            next = ready.upper_bound(i);
-        }
-        return progress;
-    }
-
-    void finish(int i, int number) {
-        leave(i);
-        at(i).order = number;
-        for (const int place : at(i).edges) {
-            EdgeEnds& edge = edges[static_cast<std::size_t>(place)];
-            if (!edge.marked) {
-                edge.marked = true;
-                lose_neighbour(edge.head, &Member::in);
-                lose_neighbour(edge.tail, &Member::out);
-            }
-        }
-    }
-
-    void lose_neighbour(int i, int Member::*side) {
-        if (i < 0 || at(i).order != -1) {
-            return;
-        }
-        leave(i);
-        --(at(i).*side);
-        if (sweeping) {
-            enter(i);
-        }
-    }
-
-    void enter(int i) {
-        surplus.emplace(at(i).in - at(i).out, i);
-        if (at(i).in == 0 || at(i).out == 0) {
-            ready.insert(i);
-        }
-    }
-
-    void leave(int i) {
-        surplus.erase({at(i).in - at(i).out, i});
-        ready.erase(i);
-    }
-
-    int front = 0;
-    int back = 0;
-    bool sweeping = false;
-    std::set<int> ready;                   ///< open nodes that can take a number, by place
-    std::set<std::pair<int, int>> surplus; ///< open nodes by unfinished in minus out, then place
-};
-
 } // namespace
 
-void IncLayout::enumerate_connectivity_component(std::vector<Node>* component) {
-    _Enumeration enumeration;
-    enumeration.members.resize(component->size());
-    IdMap<int> place; // of an edge in the enumeration
-    const auto collect = [&](std::size_t i, std::span<const NodeEdgePair> pairs,
-                             int _Enumeration::EdgeEnds::*end, int _Enumeration::Member::*side) {
-        const Node* last = nullptr;
-        for (const NodeEdgePair& pair : pairs) {
-            if (pair.node == (*component)[i]) {
-                continue;
-            }
-            const int known = static_cast<int>(enumeration.edges.size());
-            const int edge = place.find_or_make(pair.edge.GetID(), known);
-            if (edge == known) {
-                enumeration.edges.emplace_back();
-                enumeration.edges.back().marked = local_info[pair.edge].marked;
-            }
-            enumeration.members[i].edges.push_back(edge);
-            // The first edge to a neighbour stands for it, whatever becomes of the others.
-            if ((last == nullptr || *last != pair.node) && !passed_over(pair.node)) {
-                enumeration.edges[static_cast<std::size_t>(edge)].*end = static_cast<int>(i);
-                enumeration.members[i].*side += local_info[pair.edge].marked ? 0 : 1;
-            }
-            last = &pair.node;
+void IncLayout::find_connectivity_components(std::vector<Node>* list,
+                                             std::vector<std::vector<Node>>* components) {
+    components->clear();
+    components->reserve(std::max<std::size_t>(components->capacity(), 10));
+    with_level_graph(*list, [&](LevelGraph& graph) {
+        const std::vector<int> numbers = graph.numbers_of(*list);
+        for (const int i : numbers) {
+            graph.mark_visited(i, false);
         }
-    };
-    for (std::size_t i = 0; i < component->size(); ++i) {
-        const Node& n = (*component)[i];
-        collect(i, parents_of(n), &_Enumeration::EdgeEnds::head, &_Enumeration::Member::in);
-        collect(i, children_of(n), &_Enumeration::EdgeEnds::tail, &_Enumeration::Member::out);
-        enumeration.members[i].is_source = _degree(parents_of(n)) == 0;
-        enumeration.members[i].is_sink = _degree(children_of(n)) == 0;
-    }
-    enumeration.number_all();
-    for (std::size_t i = 0; i < component->size(); ++i) {
-        local_info[(*component)[i]].order = enumeration.members[i].order;
-        _mark_edges((*component)[i]);
-    }
+        for (const int i : numbers) {
+            if (!graph.passed_over(i) && !graph.is_visited(i)) {
+                components->emplace_back();
+                _collect_component(graph, i, components->back());
+            }
+        }
+    });
+}
+
+void IncLayout::collect_connectivity_component(Node start, std::vector<Node>* component) {
+    with_level_graph({start}, [&](LevelGraph& graph) {
+        _collect_component(graph, graph.number_of(start), *component);
+    });
+}
+
+void IncLayout::enumerate_connectivity_component(std::vector<Node>* component) {
+    with_level_graph(*component, [&](LevelGraph& graph) {
+        graph.get_enumeration().number_all(graph.numbers_of(*component));
+    });
 }
 
 void IncLayout::_mark_edges(const Node& node) {
-    for (const NodeEdgePair& pair : parents_of(node)) {
-        local_info[pair.edge].marked = true;
-    }
-    for (const NodeEdgePair& pair : children_of(node)) {
-        local_info[pair.edge].marked = true;
-    }
+    with_level_graph({node},
+                     [&](LevelGraph& graph) { graph.mark_edges_of(graph.number_of(node)); });
 }
 
 int IncLayout::_degree(graph_ptr2<IGraphSet<NodeEdgePair>> set) {
-    std::vector<NodeEdgePair> pairs;
+    std::vector<int> ids;
     for (int i = 0; i < set->GetCount(); ++i) {
-        pairs.push_back(set->GetItem(i));
-    }
-    return _degree(std::span<const NodeEdgePair>(pairs));
-}
-
-int IncLayout::_degree(std::span<const NodeEdgePair> set) {
-    int count = 0;
-    const Node* last = nullptr;
-    for (const NodeEdgePair& pair : set) {
-        if ((last == nullptr || *last != pair.node) && !passed_over(pair.node)) {
-            ++count;
-            last = &pair.node;
+        const Node node = set->GetItem(i).node;
+        if (!passed_over(node) && (ids.empty() || ids.back() != node.GetID())) {
+            ids.push_back(node.GetID());
         }
     }
-    return count;
-}
-
-// A run of pairs with one neighbour is judged by its first pair; loops never count.
-int IncLayout::_degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order order, bool both) {
-    const auto count = [&](std::span<const NodeEdgePair> set, bool wanted) {
-        int found = 0;
-        const Node* last = nullptr;
-        for (const NodeEdgePair& pair : set) {
-            if (last != nullptr && *last == pair.node) {
-                continue;
-            }
-            last = &pair.node;
-            if (pair.node != node && !passed_over(pair.node) &&
-                local_info[pair.edge].*member == wanted) {
-                ++found;
-            }
-        }
-        return found;
-    };
-    const bool in = order == ORDER_IN;
-    int sum = count(in ? parents_of(node) : children_of(node), false);
-    if (both) {
-        sum += count(in ? children_of(node) : parents_of(node), true);
-    }
-    return sum;
-}
-
-void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
-    const auto place = [&](const Node& n) {
-        return by_order ? local_info[n].order : (*cur_info)[n].level;
-    };
-    for (const Node& n : *list) {
-        if (passed_over(n)) {
-            continue;
-        }
-        const int here = place(n);
-        for (const NodeEdgePair& pair : children_of(n)) {
-            if (!passed_over(pair.node)) {
-                const int there = place(pair.node);
-                LocalEdgeInfo& info = local_info[pair.edge];
-                info.flat = here == there;
-                info.reversed = here > there;
-            }
-        }
-    }
-}
-
-void IncLayout::mark_levels(std::vector<Node>* list) {
-    std::vector<Node> starts;
-    for (const Node& n : *list) {
-        if (_degree_ex(n, &LocalEdgeInfo::reversed, ORDER_IN, true) == 0) {
-            starts.push_back(n);
-        }
-    }
-    if (keep_hidden) {
-        // No start node can be reached from another one, so all paths can be followed at once.
-        for (const Node& n : starts) {
-            (*cur_info)[n].level = 1;
-        }
-        raise_levels(starts, 1);
-    } else {
-        // A hidden start node leads to visible ones, which start again when it is their turn.
-        for (const Node& n : starts) {
-            (*cur_info)[n].level = 1;
-            set_node_level(n, 1);
-        }
-    }
-    if (starts.size() > 1) {
-        tighten_start_nodes(&starts);
-    }
-}
-
-void IncLayout::set_node_level(const Node& node, int level) {
-    raise_levels({node}, level);
+    return static_cast<int>(ids.size());
 }
 
 namespace {
 
-using successors_t = std::function<std::vector<const Node*>(const Node&)>;
+// A run of pairs with one neighbour is judged by its first pair; loops never count.
+int _count_by_mark(LevelGraph& graph, int i, bool LocalEdgeInfo::*member, Order order, bool both) {
+    const auto count = [&](Order side, bool wanted) {
+        const auto links = side == ORDER_IN ? graph.parents_of(i) : graph.children_of(i);
+        return LevelGraph::count_neighbours(links, [&](const LevelGraph::Link& link) {
+            return link.node != i && !graph.passed_over(link.node) &&
+                   graph.edge_record(link.edge).*member == wanted;
+        });
+    };
+    return count(order, false) + (both ? count(order == ORDER_IN ? ORDER_OUT : ORDER_IN, true) : 0);
+}
+
+} // namespace
+
+int IncLayout::_degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order order, bool both) {
+    return with_level_graph({node}, [&](LevelGraph& graph) {
+        return _count_by_mark(graph, graph.number_of(node), member, order, both);
+    });
+}
+
+void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
+    with_level_graph(*list, [&](LevelGraph& graph) {
+        const auto place = [&](int i) {
+            return by_order ? graph.local_record(i).order : graph.level_record(i).level;
+        };
+        for (const int i : graph.numbers_of(*list)) {
+            if (graph.passed_over(i)) {
+                continue;
+            }
+            const int here = place(i);
+            for (const LevelGraph::Link& link : graph.children_of(i)) {
+                if (!graph.passed_over(link.node)) {
+                    const int there = place(link.node);
+                    LocalEdgeInfo& info = graph.edge_record(link.edge);
+                    info.flat = here == there;
+                    info.reversed = here > there;
+                }
+            }
+        }
+    });
+}
+
+namespace {
+
+/// Where the levels lead on from a node: its children, and its parents over reversed edges.
+template <typename F>
+void _for_each_successor(LevelGraph& graph, int i, F f) {
+    const auto go = [&](std::span<const LevelGraph::Link> links, bool reversed) {
+        for (const LevelGraph::Link& link : links) {
+            if (link.node != i && !graph.passed_over(link.node) &&
+                graph.edge_record(link.edge).reversed == reversed) {
+                f(link.node);
+            }
+        }
+    };
+    go(graph.children_of(i), false);
+    go(graph.parents_of(i), true);
+}
 
 /// All that can be reached from some nodes, in topological order: a depth-first walk with a stack
 /// of its own, read backwards (Tarjan, "Edge-disjoint spanning trees and depth-first search",
 /// 1976). On a cycle it stops where it has been.
 class _Reach {
 public:
-    struct Step {
-        const Node* node;
-        std::vector<int> next; ///< steps of the successors
-    };
+    explicit _Reach(LevelGraph& of)
+        : graph(of), reached(static_cast<std::size_t>(of.get_count()), 0) {}
 
-    explicit _Reach(successors_t f) : successors_of(std::move(f)) {}
-
-    /// The step of a node, after a walk from it where it was not reached before.
-    int walk_from(const Node& source) {
-        if (const int* const known = place.find(source.GetID())) {
-            return *known;
+    void walk_from(int source) {
+        if (reached[static_cast<std::size_t>(source)] == 0) {
+            enter(source);
         }
-        const int first = enter(source);
         while (!open.empty()) {
             Frame& frame = open.back();
-            if (frame.next == frame.successors.size()) {
-                finished.push_back(frame.step);
+            if (frame.next == successors.size()) {
+                finished.push_back(frame.node);
+                successors.resize(frame.first);
                 open.pop_back();
                 continue;
             }
-            const std::size_t here = static_cast<std::size_t>(frame.step);
-            const Node& successor = *frame.successors[frame.next++];
-            const int* const known = place.find(successor.GetID());
-            const int there = known != nullptr ? *known : enter(successor);
-            steps[here].next.push_back(there);
+            const int successor = successors[frame.next++];
+            if (reached[static_cast<std::size_t>(successor)] == 0) {
+                enter(successor);
+            }
         }
-        return first;
     }
 
-    const std::vector<Step>& get_steps() const { return steps; }
     std::vector<int> topological_order() const {
         return std::vector<int>(finished.rbegin(), finished.rend());
     }
 
 private:
+    /// A node on the path. Its successors begin at `first` on their stack, and reach to the top of
+    /// it while the node is the last of the path.
     struct Frame {
-        int step;
-        std::vector<const Node*> successors;
+        int node;
+        std::size_t first;
         std::size_t next;
     };
 
-    int enter(const Node& n) {
-        const int step = static_cast<int>(steps.size());
-        place[n.GetID()] = step;
-        steps.push_back(Step{&n, {}});
-        open.push_back(Frame{step, successors_of(n), 0});
-        return step;
+    void enter(int i) {
+        reached[static_cast<std::size_t>(i)] = 1;
+        open.push_back(Frame{i, successors.size(), successors.size()});
+        _for_each_successor(graph, i, [this](int successor) { successors.push_back(successor); });
     }
 
-    successors_t successors_of;
-    std::vector<Step> steps;
-    IdMap<int> place; // in `steps`, by node id
+    LevelGraph& graph;
+    std::vector<char> reached; ///< by number of the node
+    std::vector<int> successors;
     std::vector<Frame> open;
     std::vector<int> finished;
 };
-
-} // namespace
-
-// Where the levels lead on from a node: its children, and its parents over reversed edges.
-std::vector<const Node*> IncLayout::successors_of(const Node& n) {
-    std::vector<const Node*> found;
-    const auto collect = [&](std::span<const NodeEdgePair> pairs, bool reversed) {
-        for (const NodeEdgePair& pair : pairs) {
-            if (!passed_over(pair.node) && pair.node != n &&
-                local_info[pair.edge].reversed == reversed) {
-                found.push_back(&pair.node);
-            }
-        }
-    };
-    collect(children_of(n), false);
-    collect(parents_of(n), true);
-    return found;
-}
 
 // Longest paths from the sources, with the results of a walk that follows every path: a node takes
 // the highest level that reaches it, and stops a path that arrives below what it has. Following
 // paths one by one takes exponential time on dense graphs, so the nodes are taken in topological
 // order, when all that reaches them is known.
-void IncLayout::raise_levels(const std::vector<Node>& sources, int level) {
-    _Reach reach([this](const Node& n) { return successors_of(n); });
-    std::vector<int> first;
-    for (const Node& source : sources) {
-        first.push_back(reach.walk_from(source));
-    }
-    std::vector<int> arrival(reach.get_steps().size(), INT_MIN);
-    for (const int step : first) {
-        arrival[static_cast<std::size_t>(step)] = level;
+void _raise_levels(LevelGraph& graph, const std::vector<int>& sources, int level) {
+    _Reach reach(graph);
+    std::vector<int> arrival(static_cast<std::size_t>(graph.get_count()), INT_MIN);
+    for (const int source : sources) {
+        reach.walk_from(source);
+        arrival[static_cast<std::size_t>(source)] = level;
     }
     for (const int i : reach.topological_order()) {
-        const _Reach::Step& step = reach.get_steps()[static_cast<std::size_t>(i)];
         const int arrived = arrival[static_cast<std::size_t>(i)];
-        NodeInfo& info = (*cur_info)[*step.node];
+        NodeInfo& info = graph.level_record(i);
         if (arrived == INT_MIN || arrived < info.level) {
             continue;
         }
         info.level = arrived;
-        for (const int j : step.next) {
-            int& further = arrival[static_cast<std::size_t>(j)];
+        _for_each_successor(graph, i, [&](int successor) {
+            int& further = arrival[static_cast<std::size_t>(successor)];
             further = std::max(further, arrived + 1);
-        }
+        });
     }
+}
+
+} // namespace
+
+void IncLayout::mark_levels(std::vector<Node>* list) {
+    std::vector<Node> starts;
+    with_level_graph(*list, [&](LevelGraph& graph) {
+        std::vector<int> numbers;
+        for (const int i : graph.numbers_of(*list)) {
+            if (_count_by_mark(graph, i, &LocalEdgeInfo::reversed, ORDER_IN, true) == 0) {
+                numbers.push_back(i);
+                starts.push_back(graph.node_at(i));
+            }
+        }
+        if (keep_hidden) {
+            // No start node can be reached from another one, so all paths can be followed at once.
+            for (const int i : numbers) {
+                graph.level_record(i).level = 1;
+            }
+            _raise_levels(graph, numbers, 1);
+            return;
+        }
+        // A hidden start node leads to visible ones, which start again when it is their turn.
+        for (const int i : numbers) {
+            graph.level_record(i).level = 1;
+            _raise_levels(graph, {i}, 1);
+        }
+    });
+    if (starts.size() > 1) {
+        tighten_start_nodes(&starts);
+    }
+}
+
+void IncLayout::set_node_level(const Node& node, int level) {
+    with_level_graph(
+        {node}, [&](LevelGraph& graph) { _raise_levels(graph, {graph.number_of(node)}, level); });
 }
 
 // A start node stands directly before its nearest successor. Only its own level moves.
 void IncLayout::tighten_start_nodes(std::vector<Node>* starts) {
-    for (const Node& s : *starts) {
-        int min = INT_MAX;
-        for (const Node* const successor : successors_of(s)) {
-            min = std::min(min, (*cur_info)[*successor].level);
+    with_level_graph(*starts, [&](LevelGraph& graph) {
+        for (const int start : graph.numbers_of(*starts)) {
+            int min = INT_MAX;
+            _for_each_successor(graph, start, [&](int successor) {
+                min = std::min(min, graph.level_record(successor).level);
+            });
+            if (min != INT_MAX && min > 2) {
+                graph.level_record(start).level = min - 1;
+            }
         }
-        if (min != INT_MAX && min > 2) {
-            (*cur_info)[s].level = min - 1;
-        }
-    }
+    });
 }
 
 namespace {

@@ -7,21 +7,19 @@ namespace nurvex7 {
 
 Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_store& local_info)
     : levels(level_nodes.size()) {
-    IdMap<int> place_of;
+    NodePlaces places;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         levels[k].first = static_cast<int>(y.size());
         for (const Node& n : level_nodes[k]) {
-            const int place = static_cast<int>(y.size());
-            place_of[n.GetID()] = place;
-            levels[k].order.push_back(place);
+            levels[k].order.push_back(places.enter(n));
             y.push_back(n.GetPosition().y);
         }
     }
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         for (const Node& n : level_nodes[k]) {
             LocalNodeInfo& info = local_info[n];
-            gather(info.in_neighbours, place_of, in);
-            gather(info.out_neighbours, place_of, out);
+            gather(info.in_neighbours, places, in);
+            gather(info.out_neighbours, places, out);
         }
     }
     in.start.push_back(in.places.size());
@@ -29,11 +27,12 @@ Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_stor
 }
 
 // The neighbours of the next place. Ports have no place, and no sweep reads them.
-void Ordinals::gather(GraphSet<NodeEdgePair>& set, const IdMap<int>& place_of, Neighbours& into) {
+void Ordinals::gather(GraphSet<NodeEdgePair>& set, const NodePlaces& places, Neighbours& into) {
     into.start.push_back(into.places.size());
     for (const NodeEdgePair& pair : set) {
-        if (const int* const place = place_of.find(pair.node.GetID())) {
-            into.places.push_back(*place);
+        const int place = places.find(pair.node);
+        if (place >= 0) {
+            into.places.push_back(place);
         }
     }
 }

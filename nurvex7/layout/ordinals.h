@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nurvex7/layout/layout_records.h"
+#include "nurvex7/layout/node_places.h"
 
 #include <cstddef>
 #include <vector>
@@ -40,7 +41,7 @@ private:
         bool touched = false;
     };
 
-    void gather(GraphSet<NodeEdgePair>& set, const IdMap<int>& place_of, Neighbours& into);
+    void gather(GraphSet<NodeEdgePair>& set, const NodePlaces& places, Neighbours& into);
     double key(int place, const Neighbours& neighbours) const;
 
     std::vector<Level> levels;
