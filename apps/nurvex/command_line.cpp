@@ -22,6 +22,7 @@ constexpr const char* MAIN_HELP =
 Usage:
   nurvex draw FILE -o OUT [options]   draw a text graph as SVG, PNG or PDF, also step by step
   nurvex check FILE                   look for faults in a text graph
+  nurvex view [FILE]                  show a text graph in a window
 
   nurvex COMMAND --help               more about a command
   nurvex --version                    the version
@@ -80,6 +81,17 @@ Usage: nurvex check FILE
   -h, --help         this text
 
 Exit status: 0 no faults, 1 cannot read, 2 faults in FILE or on the command line.
+)";
+
+constexpr const char* VIEW_HELP =
+    R"(Shows a text graph in a window, to be folded, searched and zoomed.
+
+Usage: nurvex view [FILE]
+
+  FILE               the text graph; without it, one can be opened from the menu
+  -h, --help         this text
+
+Exit status: 0 fine, 1 there is no display, 2 faults on the command line.
 )";
 
 [[noreturn]] void refuse(const std::string& message, const std::string& help) {
@@ -257,6 +269,21 @@ Command read_check(const std::vector<std::string>& given) {
     return options;
 }
 
+Command read_view(const std::vector<std::string>& given) {
+    ViewOptions options;
+    Words words(given, "view");
+    while (words.Next()) {
+        if (words.Is("--help") || words.Is("-h")) {
+            return Answer{VIEW_HELP};
+        }
+        take_file(words, options.input);
+    }
+    if (options.input == "-") {
+        words.Refuse("view cannot show standard input: it could not be opened again");
+    }
+    return options;
+}
+
 } // namespace
 
 Command ReadCommandLine(const std::vector<std::string>& words) {
@@ -275,6 +302,9 @@ Command ReadCommandLine(const std::vector<std::string>& words) {
     }
     if (first == "check") {
         return read_check(words);
+    }
+    if (first == "view") {
+        return read_view(words);
     }
     refuse("unknown command \"" + first + "\"", "--help");
 }

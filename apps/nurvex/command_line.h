@@ -26,12 +26,17 @@ struct CheckOptions {
     std::string input;
 };
 
+/// `nurvex view`
+struct ViewOptions {
+    std::string input; ///< empty for a window without a graph
+};
+
 /// A text that was asked for: a help or the version.
 struct Answer {
     std::string text;
 };
 
-using Command = std::variant<Answer, DrawOptions, CheckOptions>;
+using Command = std::variant<Answer, DrawOptions, CheckOptions, ViewOptions>;
 
 /// Reads the words behind the name of the program.
 /// Errors  a Failure that tells which word is at fault

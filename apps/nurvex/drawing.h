@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/nurvex/picture.h"
 #include "apps/nurvex/series_layout.h"
 #include "apps/nurvex/spacing.h"
 #include "apps/nurvex/step_effect.h"
@@ -17,11 +18,11 @@
 namespace nurvex {
 
 /// A graph laid out, to be painted as often as needed, and to be followed from step to step.
-class Drawing {
+class Drawing : public Picture {
 public:
     Drawing(nurvex7::graph_ptr2<nurvex7::Graph> given_graph, const Spacing& spacing,
             Style::Theme theme);
-    ~Drawing();
+    ~Drawing() override;
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
@@ -48,13 +49,13 @@ public:
     /// The part of the graph's plane that is painted: what is drawn, and a margin around it.
     const QRectF& GetPage() const { return page; }
     void SetPage(const QRectF& area) { page = area; }
-    /// The picture at scale 1; whole units.
-    QSizeF GetSize() const { return page.size(); }
-    /// The typefaces that captions have been measured with, for painters to share.
-    const std::shared_ptr<nurvex7::qt::Typesetter>& GetTypesetter() const { return typesetter; }
+    QSizeF GetSize() const override { return page.size(); }
+    const std::shared_ptr<nurvex7::qt::Typesetter>& GetTypesetter() const override {
+        return typesetter;
+    }
 
     /// Paints the background, the nodes from the outermost inwards, and the edges over them.
-    void Paint(nurvex7::qt::QtPainter& painter) const;
+    void Paint(nurvex7::qt::QtPainter& painter) const override;
 
 private:
     void lay_out();

@@ -1,7 +1,6 @@
 #include "apps/nurvex/graph_file.h"
 
 #include "apps/nurvex/failure.h"
-#include "apps/nurvex/graph_check.h"
 #include "nurvex7/model/text_graph.h"
 
 #include <cerrno>
@@ -49,9 +48,13 @@ GraphFile::GraphFile(const std::string& given_name)
     : name(given_name == STANDARD_INPUT ? "standard input" : given_name),
       content(given_name == STANDARD_INPUT ? read_all(std::cin) : read_file(given_name)) {}
 
-void GraphFile::Check() const {
+std::vector<Fault> GraphFile::FindFaults() const {
     std::istringstream in(content);
-    const auto faults = check_text_graph(in);
+    return check_text_graph(in);
+}
+
+void GraphFile::Check() const {
+    const std::vector<Fault> faults = FindFaults();
     for (const auto& fault : faults) {
         std::cerr << name << ':' << fault.line << ": " << fault.message << '\n';
     }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "apps/nurvex/graph_check.h"
 #include "nurvex7/foundation/graph_ptr2.h"
 #include "nurvex7/model/graph.h"
 
 #include <string>
+#include <vector>
 
 namespace nurvex {
 
@@ -14,6 +16,8 @@ public:
     /// Errors  a Failure where it cannot be read
     explicit GraphFile(const std::string& given_name);
 
+    /// All faults. Order: by line.
+    std::vector<Fault> FindFaults() const;
     /// Looks for faults and tells each of them on standard error, with its line.
     /// Errors  a Failure where there are any
     void Check() const;

@@ -1,5 +1,6 @@
 #include "apps/nurvex/commands.h"
 #include "apps/nurvex/failure.h"
+#include "apps/nurvex/view_command.h"
 
 #include <exception>
 #include <iostream>
@@ -13,6 +14,7 @@ struct Run {
     void operator()(const nurvex::Answer& answer) const { std::cout << answer.text; }
     void operator()(const nurvex::DrawOptions& options) const { nurvex::RunDraw(options); }
     void operator()(const nurvex::CheckOptions& options) const { nurvex::RunCheck(options); }
+    void operator()(const nurvex::ViewOptions& options) const { nurvex::RunView(options); }
 };
 
 } // namespace

@@ -81,9 +81,9 @@ void PictureFile::check_target() const {
     }
 }
 
-std::string PictureFile::Write(const Drawing& drawing, std::optional<double> scale,
+std::string PictureFile::Write(const Picture& picture, std::optional<double> scale,
                                const std::string& title) {
-    const QSizeF size = drawing.GetSize();
+    const QSizeF size = picture.GetSize();
     std::string remark;
     double factor = scale.value_or(format == Format::PNG ? 2.0 : 1.0);
     if (format == Format::PNG) {
@@ -108,31 +108,31 @@ std::string PictureFile::Write(const Drawing& drawing, std::optional<double> sca
     }
     switch (format) {
     case Format::SVG:
-        save(make_svg(drawing, factor, title));
+        save(make_svg(picture, factor, title));
         break;
     case Format::PNG:
-        save(make_png(drawing, factor));
+        save(make_png(picture, factor));
         break;
     case Format::PDF:
-        save(make_pdf(drawing, factor, title));
+        save(make_pdf(picture, factor, title));
         break;
     }
     return remark;
 }
 
-QByteArray PictureFile::make_svg(const Drawing& drawing, double scale,
+QByteArray PictureFile::make_svg(const Picture& picture, double scale,
                                  const std::string& title) const {
-    SvgCanvas canvas(drawing.GetSize(), scale);
-    QtPainter painter(canvas, drawing.GetTypesetter());
-    drawing.Paint(painter);
+    SvgCanvas canvas(picture.GetSize(), scale);
+    QtPainter painter(canvas, picture.GetTypesetter());
+    picture.Paint(painter);
     QBuffer out;
     out.open(QIODevice::WriteOnly);
     canvas.Write(out, QString::fromStdString(title));
     return out.data();
 }
 
-QByteArray PictureFile::make_png(const Drawing& drawing, double scale) const {
-    const QSizeF size = drawing.GetSize();
+QByteArray PictureFile::make_png(const Picture& picture, double scale) const {
+    const QSizeF size = picture.GetSize();
     QImage image(static_cast<int>(std::ceil(size.width() * scale)),
                  static_cast<int>(std::ceil(size.height() * scale)), QImage::Format_RGB32);
     if (image.isNull()) {
@@ -144,8 +144,8 @@ QByteArray PictureFile::make_png(const Drawing& drawing, double scale) const {
     {
         QPainter inner(&image);
         inner.scale(scale, scale);
-        QtPainter painter(inner, drawing.GetTypesetter());
-        drawing.Paint(painter);
+        QtPainter painter(inner, picture.GetTypesetter());
+        picture.Paint(painter);
     }
     image.setDotsPerMeterX(dots_per_metre);
     image.setDotsPerMeterY(dots_per_metre);
@@ -157,12 +157,12 @@ QByteArray PictureFile::make_png(const Drawing& drawing, double scale) const {
     return out.data();
 }
 
-QByteArray PictureFile::make_pdf(const Drawing& drawing, double scale,
+QByteArray PictureFile::make_pdf(const Picture& picture, double scale,
                                  const std::string& title) const {
     QBuffer out;
     out.open(QIODevice::WriteOnly);
     QPdfWriter writer(&out);
-    const QSizeF points = drawing.GetSize() * scale * POINTS_PER_UNIT;
+    const QSizeF points = picture.GetSize() * scale * POINTS_PER_UNIT;
     writer.setResolution(96);
     writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF());
@@ -171,8 +171,8 @@ QByteArray PictureFile::make_pdf(const Drawing& drawing, double scale,
     QPainter inner(&writer);
     inner.scale(scale, scale);
     {
-        QtPainter painter(inner, drawing.GetTypesetter());
-        drawing.Paint(painter);
+        QtPainter painter(inner, picture.GetTypesetter());
+        picture.Paint(painter);
     }
     inner.end();
     return out.data();

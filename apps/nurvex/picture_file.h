@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/nurvex/drawing.h"
+#include "apps/nurvex/picture.h"
 
 #include <QSaveFile>
 
@@ -22,7 +22,7 @@ public:
     /// Gives a remark for the user where the picture could not be as large as the scale says; empty
     /// mostly. Without a scale the format takes its own.
     /// Errors  a Failure where the picture is too large or cannot be written
-    std::string Write(const Drawing& drawing, std::optional<double> scale,
+    std::string Write(const Picture& picture, std::optional<double> scale,
                       const std::string& title);
     /// Puts the written picture in the place of the file. Without it nothing is left behind.
     /// Errors  a Failure where that cannot be done
@@ -33,9 +33,9 @@ private:
 
     static Format find_format(const std::string& path);
     void check_target() const;
-    QByteArray make_svg(const Drawing& drawing, double scale, const std::string& title) const;
-    QByteArray make_png(const Drawing& drawing, double scale) const;
-    QByteArray make_pdf(const Drawing& drawing, double scale, const std::string& title) const;
+    QByteArray make_svg(const Picture& picture, double scale, const std::string& title) const;
+    QByteArray make_png(const Picture& picture, double scale) const;
+    QByteArray make_pdf(const Picture& picture, double scale, const std::string& title) const;
     void save(const QByteArray& content);
     [[noreturn]] void fail_to_write() const;
 

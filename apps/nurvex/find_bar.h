@@ -1,0 +1,37 @@
+#pragma once
+
+#include "nurvex7/model/graph.h"
+
+#include <QLineEdit>
+
+#include <functional>
+#include <vector>
+
+namespace nurvex {
+
+/// A field to find nodes in, by a part of their captions.
+class FindBar : public QLineEdit {
+public:
+    /// Called with each node that was found, one at a time.
+    std::function<void(const nurvex7::Node&)> on_found;
+    /// Called where no caption holds the text.
+    std::function<void(const QString&)> on_nothing;
+
+    explicit FindBar(QWidget* parent);
+
+    void SetGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph);
+    /// The next one that fits, from the beginning again behind the last.
+    void FindNext();
+
+private:
+    struct Entry {
+        QString caption;
+        nurvex7::Node node;
+    };
+
+    std::vector<Entry> entries; ///< by caption
+    QString last_text;
+    std::size_t next = 0;
+};
+
+} // namespace nurvex

@@ -1,0 +1,178 @@
+#include "apps/nurvex/graph_view.h"
+
+#include "nurvex7/model/folding.h"
+#include "nurvex7/model/queries.h"
+
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace nurvex {
+
+using namespace nurvex7;
+
+namespace {
+
+constexpr double SMALLEST_SCALE = 0.005;
+constexpr double LARGEST_SCALE = 16;
+constexpr double READABLE = 0.75;
+constexpr double FIT_MARGIN = 16;  ///< pixel
+constexpr double WHEEL_ZOOM = 1.2; ///< for one notch
+
+} // namespace
+
+GraphView::GraphView(QWidget* parent)
+    : ElementWidget(parent), viewer(new CGraphViewer(GetRoot(), graph_ptr2<Graph>(), true)) {
+    CContent& content = GetContent();
+    viewer->OnChangeView.connect(this, &GraphView::HandleChangeView);
+    content.OnContextMenu.connect(this, &GraphView::HandleMenu);
+    for (brevolt7::CVisualElement* const child : content.GetChildren()) {
+        if (auto* const rubber = dynamic_cast<CContent::frame_rubber*>(child)) {
+            rubber->sig_finish.connect(this, &GraphView::HandleRectangle);
+        }
+    }
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void GraphView::ShowGraph(const graph_ptr2<Graph>& graph, ViewLayout& layout) {
+    layout.KeepDrawing(true);
+    viewer->SetGraph(graph);
+    layout.KeepDrawing(false);
+    Fit(1.0);
+    if (GetScale() < READABLE) {
+        // A large drawing begins where its edges begin; the overview shows the rest.
+        const Node root = graph->GetRoot();
+        viewer->SetScale(READABLE);
+        show_from({root.GetPosition().x - FIT_MARGIN,
+                   root.GetPosition().y + (root.GetSize().height - height() / READABLE) / 2});
+    }
+}
+
+void GraphView::SetDragMode(DragMode chosen) {
+    mode = chosen;
+    CContent& content = GetContent();
+    content.EnableRubberRect(mode != DragMode::PAN);
+    // The selection is made here, see HandleRectangle.
+    content.SetRubberMode(mode == DragMode::ZOOM_RECTANGLE ? RUBBER_ZOOM : RUBBER_SELECT);
+    content.SetCursor(mode == DragMode::PAN ? brevolt7::CursorShape::ARROW
+                                            : brevolt7::CursorShape::CROSS);
+}
+
+void GraphView::Refresh(const std::optional<Node>& kept) {
+    const auto before = kept ? kept->GetPosition() : tamsel7::point<double>{};
+    viewer->RecalculateLayout();
+    const auto after = kept ? kept->GetPosition() : before;
+    show_from({viewer->GetStartX() + after.x - before.x, viewer->GetStartY() + after.y - before.y});
+    viewer->RenewView(true);
+}
+
+void GraphView::show_from(QPointF start) {
+    viewer->SetStartX(start.x());
+    viewer->SetStartY(start.y());
+}
+
+void GraphView::ZoomAt(double factor, QPointF pixel) {
+    const double before = GetScale();
+    const double after = std::clamp(before * factor, SMALLEST_SCALE, LARGEST_SCALE);
+    const QPointF start(viewer->GetStartX(), viewer->GetStartY());
+    viewer->SetScale(after);
+    show_from(start + pixel / before - pixel / after);
+}
+
+void GraphView::Fit(double largest) {
+    const Node root = GetGraph()->GetRoot();
+    const auto corner = root.GetPosition();
+    const auto size = root.GetSize();
+    const double fit = std::min((width() - 2 * FIT_MARGIN) / std::max(1.0, size.width),
+                                (height() - 2 * FIT_MARGIN) / std::max(1.0, size.height));
+    viewer->SetScale(std::clamp(fit, SMALLEST_SCALE, largest));
+    const double scale = GetScale();
+    show_from({corner.x + (size.width - width() / scale) / 2,
+               corner.y + (size.height - height() / scale) / 2});
+}
+
+void GraphView::CentreOn(const Node& node) {
+    const auto corner = node.GetPosition();
+    const auto size = node.GetSize();
+    const double scale = GetScale();
+    show_from({corner.x + (size.width - width() / scale) / 2,
+               corner.y + (size.height - height() / scale) / 2});
+}
+
+QRectF GraphView::GetVisibleArea() const {
+    const auto bounds = GetContent().GetContentRect();
+    return QRectF(viewer->GetStartX(), viewer->GetStartY(),
+                  (bounds.right - bounds.left) / GetScale(),
+                  (bounds.bottom - bounds.top) / GetScale());
+}
+
+std::optional<Node> GraphView::FindNode(QPoint pixel) const {
+    const auto at = GetContent().FromWindow({pixel.x(), pixel.y()});
+    NodeSet hit = GetContent().HitNodeTest(at.x, at.y, at.x, at.y);
+    if (hit.GetCount() == 0 || IsRoot(hit.GetItem(0))) {
+        return std::nullopt;
+    }
+    return hit.GetItem(0);
+}
+
+// Events
+
+void GraphView::wheelEvent(QWheelEvent* event) {
+    const double notches = event->angleDelta().y() / static_cast<double>(brevolt7::WHEEL_NOTCH);
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        ElementWidget::wheelEvent(event);
+    } else if (notches != 0) {
+        ZoomAt(std::pow(WHEEL_ZOOM, notches), event->position());
+        event->accept();
+    }
+}
+
+void GraphView::mouseMoveEvent(QMouseEvent* event) {
+    ElementWidget::mouseMoveEvent(event);
+    if (event->buttons() == Qt::NoButton) {
+        const QPoint pixel = event->position().toPoint();
+        const auto at = GetContent().FromWindow({pixel.x(), pixel.y()});
+        GetContent().HoverAt(at.x, at.y);
+    }
+}
+
+void GraphView::HandleChangeView(tamsel7::point<double> /*a*/, tamsel7::point<double> /*b*/) {
+    if (on_view_changed) {
+        on_view_changed();
+    }
+}
+
+void GraphView::HandleMenu(brevolt7::CVisualElement* element, int x, int y) {
+    const auto at = element->ToWindow({x, y});
+    if (on_menu) {
+        on_menu({at.x, at.y});
+    }
+}
+
+/// Selects by the rectangle as the user sees it. The content's own selection takes its corners for
+/// pixels, and the handlers here leave it alone.
+void GraphView::HandleRectangle(CContent::frame_rubber* /*rubber*/, tamsel7::point<double> a,
+                                tamsel7::point<double> b) {
+    if (mode == DragMode::SELECT_RECTANGLE) {
+        const graph_ptr2<Graph> graph = GetGraph();
+        NodeSet hit = graph->HitNodeTest(std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                                         std::max(a.y, b.y));
+        for (int i = 0; i < hit.GetCount(); ++i) {
+            const Node node = hit.GetItem(i);
+            if (!IsRoot(node) && node.GetOwned().GetCount() == 0) {
+                Select(node);
+            }
+        }
+        viewer->RenewView(true);
+        if (on_selection_changed) {
+            on_selection_changed();
+        }
+    }
+    if (on_rectangle_drawn) {
+        on_rectangle_drawn();
+    }
+}
+
+} // namespace nurvex

@@ -1,0 +1,85 @@
+#include "apps/nurvex/view_layout.h"
+
+#include "nurvex7/model/moving.h"
+
+#include <utility>
+
+namespace nurvex {
+
+using nurvex7::Node;
+
+/// Adds the time of an outermost piece of work; what it serves inside is part of that.
+class ViewLayout::Stopwatch {
+public:
+    explicit Stopwatch(ViewLayout& given) : layout(given) { ++layout.depth; }
+    Stopwatch(const Stopwatch&) = delete;
+    Stopwatch& operator=(const Stopwatch&) = delete;
+    ~Stopwatch() {
+        ++layout.owners_done;
+        if (--layout.depth == 0) {
+            layout.spent += std::chrono::steady_clock::now() - started;
+        }
+    }
+
+private:
+    ViewLayout& layout;
+    const std::chrono::steady_clock::time_point started = std::chrono::steady_clock::now();
+};
+
+ViewLayout::ViewLayout(const Spacing& spacing)
+    : IncLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin) {
+    serves_nests_flat = true;
+    pause_between(make_phases);
+}
+
+void ViewLayout::pause_between(std::vector<phase_t>& phases) {
+    std::vector<phase_t> mixed;
+    for (const phase_t phase : phases) {
+        mixed.push_back(static_cast<phase_t>(&ViewLayout::let_others_run));
+        mixed.push_back(phase);
+    }
+    phases = mixed;
+}
+
+void ViewLayout::let_others_run() {
+    if (pause) {
+        pause(owners_done);
+    }
+}
+
+void ViewLayout::SetPause(Pause taken) {
+    pause = std::move(taken);
+    owners_done = 0;
+}
+
+double ViewLayout::TakeMilliseconds() {
+    return std::exchange(spent, std::chrono::duration<double, std::milli>(0)).count();
+}
+
+void ViewLayout::Make(Node owner) {
+    if (keeps_drawing) {
+        nurvex7::UnshiftPosition(owner); // as every layout leaves it
+        return;
+    }
+    const Stopwatch watch(*this);
+    IncLayout::Make(owner);
+}
+
+void ViewLayout::Update(Node owner) {
+    if (keeps_drawing) {
+        nurvex7::UnshiftPosition(owner); // as every layout leaves it
+        return;
+    }
+    const Stopwatch watch(*this);
+    IncLayout::Update(owner);
+}
+
+void ViewLayout::Resize(Node owner) {
+    if (keeps_drawing) {
+        return;
+    }
+    const Stopwatch watch(*this);
+    IncLayout::Resize(owner);
+}
+
+} // namespace nurvex

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "apps/nurvex/spacing.h"
+#include "nurvex7/layout/inc_layout.h"
+
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace nurvex {
+
+/// The layout of a graph that is shown: tells how long its last work took and, while a graph is
+/// being opened, lets others have their turn.
+class ViewLayout : public nurvex7::IncLayout {
+public:
+    /// Called between the steps of a layout, with the number of owners that are done. What it
+    /// throws ends the layout; the graph is not to be used any more then.
+    using Pause = std::function<void(int)>;
+
+    explicit ViewLayout(const Spacing& spacing);
+
+    /// An empty one takes it away.
+    void SetPause(Pause taken);
+    /// What laying out took since the last question.
+    double TakeMilliseconds();
+
+    /// While on, every layout leaves the drawing as it is: a graph that has been laid out already
+    /// is handed to who would lay it out once more.
+    void KeepDrawing(bool keep) { keeps_drawing = keep; }
+
+    void Make(nurvex7::Node owner) override;
+    void Update(nurvex7::Node owner) override;
+    void Resize(nurvex7::Node owner) override;
+
+private:
+    class Stopwatch;
+
+    void let_others_run();
+    void pause_between(std::vector<phase_t>& phases);
+
+    Pause pause;
+    bool keeps_drawing = false;
+    int depth = 0;
+    int owners_done = 0;
+    std::chrono::duration<double, std::milli> spent{0};
+};
+
+} // namespace nurvex

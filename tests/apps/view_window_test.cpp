@@ -1,0 +1,437 @@
+// The window, on the offscreen platform: events go in as the desktop sends them, and what comes of
+// them is looked at in the graph and on the screen.
+#include "apps/nurvex/view_window.h"
+#include "nurvex7/model/folding.h"
+#include "nurvex7/model/queries.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QDockWidget>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSettings>
+#include <QStatusBar>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QToolTip>
+#include <QUrl>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <string>
+
+namespace nurvex {
+namespace {
+
+using namespace nurvex7;
+
+constexpr const char* SHOP = R"(shop
+[nodes]
+1 "shop" 0 0
+2 "basket" 0 1
+3 "payment" 0 1
+4 "stock" 0 0
+5 "browser" 0 0
+6 "mail" 0 0
+[edges]
+5 2 "puts in"
+2 3 ""
+3 4 ""
+3 6 "receipt"
+)";
+
+class ViewWindowTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QSettings().clear();
+        window.resize(900, 600);
+        window.show();
+        window.activateWindow();
+        settle();
+        write("shop.txt", SHOP);
+        ASSERT_TRUE(window.Open(file("shop.txt")));
+        settle();
+    }
+
+    QString file(const QString& name) const { return folder.filePath(name); }
+    void write(const QString& name, const QByteArray& content) const {
+        QFile out(file(name));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(content);
+    }
+    static void settle() {
+        for (int i = 0; i < 5; ++i) {
+            QApplication::sendPostedEvents();
+            QApplication::processEvents();
+        }
+    }
+
+    GraphView& view() { return window.GetView(); }
+    Node node(const std::string& caption) {
+        std::optional<Node> found;
+        ForEachNodeIn(
+            view().GetGraph()->GetRoot(),
+            [&](const Node& n) {
+                if (n.GetCaption() == caption) {
+                    found.emplace(n);
+                }
+            },
+            /*post_order=*/false, /*include_self=*/false);
+        return found.value();
+    }
+    std::string hidden() {
+        std::string text;
+        for (const char* caption : {"basket", "payment", "stock", "browser", "mail"}) {
+            text += IsFlagSet(node(caption), NODE_HIDDEN) ? std::string(caption) + " " : "";
+        }
+        return text;
+    }
+    std::string selected() {
+        std::string text;
+        for (const char* caption : {"basket", "payment", "stock", "browser", "mail"}) {
+            text += IsFlagSet(node(caption), NODE_SELECTED) ? std::string(caption) + " " : "";
+        }
+        return text;
+    }
+    QPointF pixel(double x, double y) {
+        const double scale = view().GetScale();
+        return QPointF((x - view().GetViewer().GetStartX()) * scale,
+                       (y - view().GetViewer().GetStartY()) * scale);
+    }
+    QPoint corner_of(const Node& n) {
+        return pixel(n.GetPosition().x, n.GetPosition().y).toPoint();
+    }
+    QPoint middle_of(const Node& n) {
+        return pixel(n.GetPosition().x + n.GetSize().width / 2,
+                     n.GetPosition().y + n.GetSize().height / 2)
+            .toPoint();
+    }
+    QPoint right_port_of(const Node& n) {
+        return pixel(n.GetPosition().x + n.GetSize().width - n.GetSize().height / 2,
+                     n.GetPosition().y + n.GetSize().height / 2)
+            .toPoint();
+    }
+
+    void mouse(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton button,
+               Qt::MouseButtons held) {
+        QMouseEvent event(type, at, widget.mapToGlobal(at), button, held, {});
+        QApplication::sendEvent(&widget, &event);
+    }
+    void click(QPoint at) {
+        mouse(view(), QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton);
+        mouse(view(), QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton);
+        settle();
+    }
+    void drag(QWidget& widget, QPoint from, QPoint to) {
+        mouse(widget, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+        for (int i = 1; i <= 4; ++i) {
+            mouse(widget, QEvent::MouseMove, from + (to - from) * i / 4, Qt::NoButton,
+                  Qt::LeftButton);
+            settle(); // a frame is painted with each move
+        }
+        mouse(widget, QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+        settle();
+    }
+    void act(const char* name) {
+        QAction* const action = window.findChild<QAction*>(QString::fromLatin1(name));
+        ASSERT_NE(action, nullptr) << name;
+        action->trigger();
+        settle();
+    }
+    QString status() {
+        QString text;
+        for (const QLabel* label : window.statusBar()->findChildren<QLabel*>()) {
+            text += label->text() + QLatin1Char('|');
+        }
+        return text;
+    }
+    /// Does something that ends in a message box, and gives its text.
+    QString told(const std::function<void()>& work) {
+        QString text;
+        QTimer closer;
+        QObject::connect(&closer, &QTimer::timeout, [&text] {
+            if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                text = box->text();
+                box->accept();
+            }
+        });
+        closer.start(10);
+        work();
+        return text;
+    }
+    static void wait_for(const std::function<bool()>& state) {
+        QElapsedTimer clock;
+        clock.start();
+        while (!state() && clock.elapsed() < 10'000) {
+            QApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+    }
+    QString tip_at(QPoint at) {
+        view().GetControl().tooltip_delay = 1;
+        mouse(view(), QEvent::MouseMove, {1, 1}, Qt::NoButton, Qt::NoButton);
+        wait_for([] { return !QToolTip::isVisible(); });
+        mouse(view(), QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton);
+        wait_for([] { return QToolTip::isVisible(); });
+        return QToolTip::text();
+    }
+
+    QTemporaryDir folder;
+    ViewWindow window;
+};
+
+TEST_F(ViewWindowTest, ClicksOnAPortFoldAndUnfoldAndUndoTakesThemBack) {
+    const Node payment = node("payment");
+    const QPoint before = corner_of(payment);
+    click(right_port_of(payment));
+    EXPECT_EQ(hidden(), "stock mail ");
+    EXPECT_EQ(corner_of(payment), before) << "the clicked node stays where it is";
+    EXPECT_TRUE(status().contains("4 of 6 nodes, 4 edges")) << status().toStdString();
+    click(right_port_of(payment));
+    EXPECT_EQ(hidden(), "");
+    EXPECT_EQ(corner_of(payment), before);
+
+    act("undo");
+    EXPECT_EQ(hidden(), "stock mail ");
+    act("undo");
+    EXPECT_EQ(hidden(), "");
+    act("redo");
+    EXPECT_EQ(hidden(), "stock mail ");
+    act("show_all");
+    EXPECT_EQ(hidden(), "");
+}
+
+TEST_F(ViewWindowTest, MenusFoldAndHideWhatIsSelected) {
+    click(middle_of(node("payment")));
+    EXPECT_EQ(selected(), "payment ");
+    act("fold_parents");
+    EXPECT_EQ(hidden(), "basket ");
+    act("unfold_parents");
+    EXPECT_EQ(hidden(), "");
+    act("hide");
+    EXPECT_EQ(hidden(), "payment ");
+    act("undo");
+    EXPECT_EQ(hidden(), "");
+}
+
+TEST_F(ViewWindowTest, PansZoomsAndFits) {
+    GraphView& v = view();
+    const Node browser = node("browser");
+    const QPoint before = corner_of(browser);
+    drag(v, {5, 5}, {65, 45});
+    EXPECT_EQ(corner_of(browser) - before, QPoint(60, 40));
+
+    const double scale = v.GetScale();
+    // The wheel with the control key: what is under the pointer stays.
+    const QPoint at = middle_of(browser);
+    QWheelEvent wheel(at, v.mapToGlobal(QPointF(at)), {}, {0, 240}, Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&v, &wheel);
+    settle();
+    EXPECT_NEAR(v.GetScale(), 1.44 * scale, 1e-9);
+    EXPECT_LE((middle_of(browser) - at).manhattanLength(), 2);
+    EXPECT_TRUE(status().contains(QString::number(std::lround(144 * scale)) + " %"));
+
+    const double start = v.GetViewer().GetStartX();
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Left, {});
+    v.setFocus();
+    QApplication::sendEvent(&v, &key);
+    EXPECT_NEAR(std::abs(v.GetViewer().GetStartX() - start), 4 / v.GetScale(), 1e-9);
+
+    act("actual_size");
+    EXPECT_EQ(v.GetScale(), 1.0);
+    act("zoom_out");
+    EXPECT_EQ(v.GetScale(), 0.8);
+    act("fit");
+    const QRectF seen = v.GetVisibleArea();
+    const Node root = v.GetGraph()->GetRoot();
+    EXPECT_TRUE(seen.contains(QRectF(root.GetPosition().x, root.GetPosition().y,
+                                     root.GetSize().width, root.GetSize().height)));
+}
+
+TEST_F(ViewWindowTest, RectanglesZoomAndSelect) {
+    view().SetDragMode(GraphView::DragMode::PAN);
+    drag(view(), {5, 5}, {95, 75}); // so that pixels are no graph coordinates
+    act("select_rectangle");
+    const QPoint payment = corner_of(node("payment"));
+    drag(view(), payment - QPoint(4, 4), middle_of(node("payment")) + QPoint(2, 12));
+    EXPECT_EQ(selected(), "payment ");
+
+    act("zoom_rectangle");
+    const QPoint from = corner_of(node("shop")) - QPoint(2, 2);
+    const double before = view().GetScale();
+    drag(view(), from, from + QPoint(120, 90));
+    EXPECT_GT(view().GetScale(), before * 2);
+    EXPECT_LE((corner_of(node("shop")) - QPoint()).manhattanLength(), 30);
+    // One rectangle, then a drag pans again.
+    const QPoint stands = corner_of(node("shop"));
+    drag(view(), {300, 300}, {320, 310});
+    EXPECT_EQ(corner_of(node("shop")) - stands, QPoint(20, 10));
+}
+
+TEST_F(ViewWindowTest, DragsNodesOnlyWhereThatIsAllowed) {
+    for (const bool allowed : {false, true}) {
+        const QPoint mail = middle_of(node("mail"));
+        const QPoint stock = middle_of(node("stock"));
+        drag(view(), mail, mail + QPoint(30, 50));
+        EXPECT_EQ(middle_of(node("mail")) - mail, QPoint(30, 50));
+        EXPECT_EQ(middle_of(node("stock")) - stock, allowed ? QPoint() : QPoint(30, 50));
+        act("drag_nodes");
+    }
+}
+
+TEST_F(ViewWindowTest, LightsUpAndTellsWhatIsUnderThePointer) {
+    const Node basket = node("basket");
+    EXPECT_EQ(tip_at(middle_of(basket)), "basket");
+    EXPECT_TRUE(IsFlagSet(basket, NODE_HOVERED));
+    Edge edge = node("browser").GetEdgesOut().GetItem(0);
+    NodeSet route = edge.GetBreakNodes();
+    const auto a = route.GetItem(0).GetPosition();
+    EXPECT_EQ(tip_at(pixel(a.x + 3, a.y).toPoint()), "puts in\nbrowser \u2192 basket");
+    EXPECT_FALSE(IsFlagSet(basket, NODE_HOVERED));
+    EXPECT_TRUE(IsFlagSet(edge, EDGE_HOVERED));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&view(), &leave);
+    EXPECT_FALSE(IsFlagSet(edge, EDGE_HOVERED));
+}
+
+TEST_F(ViewWindowTest, TheOverviewMovesAndResizesWhatIsSeen) {
+    for (int i = 0; i < 8; ++i) {
+        act("zoom_in");
+    }
+    OverviewPane& overview = window.GetOverview();
+    const Node root = view().GetGraph()->GetRoot();
+    const auto place = overview.GetContent().GetPos();
+    const double zoom = (place.right - place.left) / root.GetSize().width;
+    EXPECT_NEAR((place.bottom - place.top) / root.GetSize().height, zoom, 0.05 * zoom);
+    const auto frame = [&] {
+        const QRectF seen = view().GetVisibleArea();
+        return QRectF(seen.topLeft() * zoom + QPointF(place.left, place.top), seen.size() * zoom);
+    };
+    const QPointF before = view().GetVisibleArea().topLeft();
+    const QPoint inside = frame().center().toPoint();
+    drag(overview, inside, inside + QPoint(12, 6));
+    const QPointF moved = (view().GetVisibleArea().topLeft() - before) * zoom;
+    EXPECT_NEAR(moved.x(), 12, 1);
+    EXPECT_NEAR(moved.y(), 6, 1);
+
+    const double scale = view().GetScale();
+    const QRectF now = frame();
+    const QPoint border(qRound(now.right()), qRound(now.center().y()));
+    drag(overview, border, border + QPoint(16, 0));
+    EXPECT_LT(view().GetScale(), scale * 0.95);
+}
+
+TEST_F(ViewWindowTest, FindsNodesAndShowsThemAgain) {
+    click(right_port_of(node("payment")));
+    ASSERT_EQ(hidden(), "stock mail ");
+    window.GetFindBar().setText("MAI");
+    window.GetFindBar().FindNext();
+    settle();
+    EXPECT_EQ(hidden(), "stock ");
+    EXPECT_EQ(selected(), "mail ");
+    const QPoint centre = view().rect().center();
+    EXPECT_LE((middle_of(node("mail")) - centre).manhattanLength(), 4);
+    window.GetFindBar().setText("a");
+    std::string found;
+    for (int i = 0; i < 4; ++i) {
+        window.GetFindBar().FindNext();
+        found += selected();
+    }
+    EXPECT_EQ(found, "basket mail payment basket ");
+    act("to_child");
+    EXPECT_EQ(selected(), "payment ");
+    act("to_parent");
+    EXPECT_EQ(selected(), "basket ");
+}
+
+TEST_F(ViewWindowTest, OtherSpacingKeepsWhatIsFoldedAway) {
+    click(right_port_of(node("payment")));
+    const auto gap = [this] {
+        return node("shop").GetPosition().x - node("browser").GetPosition().x -
+               node("browser").GetSize().width;
+    };
+    const double before = gap();
+    Spacing wide;
+    wide.level_gap += 40;
+    window.SetSpacing(wide);
+    EXPECT_EQ(gap(), before + 40);
+    EXPECT_EQ(hidden(), "stock mail ");
+}
+
+TEST_F(ViewWindowTest, ABrokenFileLeavesWhatIsShown) {
+    click(right_port_of(node("payment")));
+    const QPoint stands = corner_of(node("payment"));
+    write("shop.txt", "shop\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 77 \"\"\n");
+    const QString text = told([&] { act("reload"); });
+    EXPECT_TRUE(text.contains("shop.txt")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Line 5")) << text.toStdString();
+    EXPECT_EQ(hidden(), "stock mail ");
+    EXPECT_EQ(corner_of(node("payment")), stands);
+    EXPECT_TRUE(told([&] { window.Open(file("missing.txt")); }).contains("missing.txt"));
+
+    write("other.txt", "other\n[nodes]\n1 \"alone\" 0 0\n[edges]\n");
+    QMimeData content;
+    content.setUrls({QUrl::fromLocalFile(file("other.txt"))});
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &content, Qt::LeftButton, {});
+    QApplication::sendEvent(&view(), &enter);
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &content, Qt::LeftButton, {});
+    QApplication::sendEvent(&view(), &drop);
+    settle();
+    EXPECT_EQ(window.GetPath(), file("other.txt"));
+    EXPECT_EQ(node("alone").GetCaption(), "alone");
+}
+
+TEST_F(ViewWindowTest, ExportsTheDrawingOrWhatIsSeen) {
+    for (int i = 0; i < 6; ++i) {
+        act("zoom_in");
+    }
+    ASSERT_TRUE(window.Export(file("whole.svg"), /*whole=*/true));
+    ASSERT_TRUE(window.Export(file("seen.svg"), /*whole=*/false));
+    const QSize whole = QSvgRenderer(file("whole.svg")).defaultSize();
+    const QSize seen = QSvgRenderer(file("seen.svg")).defaultSize();
+    EXPECT_GT(whole.width(), seen.width());
+    EXPECT_NEAR(seen.width(), view().GetVisibleArea().width(), 2);
+
+    const QString text =
+        told([&] { EXPECT_FALSE(window.Export(file("nowhere/picture.png"), /*whole=*/true)); });
+    EXPECT_TRUE(text.contains("nowhere/picture.png")) << text.toStdString();
+}
+
+TEST_F(ViewWindowTest, FollowsADarkPaletteAndRemembersItsState) {
+    const QColor light = view().grab().toImage().pixelColor(3, 3);
+    QPalette dark = QApplication::palette();
+    dark.setColor(QPalette::Window, QColor(40, 40, 40));
+    window.setPalette(dark);
+    settle();
+    const QColor ground = view().grab().toImage().pixelColor(3, 3);
+    EXPECT_GT(light.lightness(), 200);
+    EXPECT_LT(ground.lightness(), 60);
+
+    auto* const dock = window.findChild<QDockWidget*>("overview");
+    dock->hide();
+    window.close();
+    const ViewWindow again;
+    EXPECT_TRUE(again.findChild<QDockWidget*>("overview")->isHidden());
+}
+
+} // namespace
+} // namespace nurvex
+
+int main(int count, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    const QApplication application(count, arguments);
+    QApplication::setOrganizationName("nurvex");
+    QApplication::setApplicationName("nurvex");
+    testing::InitGoogleTest(&count, arguments);
+    return RUN_ALL_TESTS();
+}
