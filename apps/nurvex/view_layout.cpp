@@ -27,8 +27,7 @@ private:
 };
 
 ViewLayout::ViewLayout(const Spacing& spacing)
-    : IncLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin) {
-    serves_nests_flat = true;
+    : SeriesLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin) {
     pause_between(make_phases);
 }
 
@@ -62,7 +61,7 @@ void ViewLayout::Make(Node owner) {
         return;
     }
     const Stopwatch watch(*this);
-    IncLayout::Make(owner);
+    SeriesLayout::Make(owner);
 }
 
 void ViewLayout::Update(Node owner) {
@@ -71,7 +70,7 @@ void ViewLayout::Update(Node owner) {
         return;
     }
     const Stopwatch watch(*this);
-    IncLayout::Update(owner);
+    SeriesLayout::Update(owner);
 }
 
 void ViewLayout::Resize(Node owner) {
@@ -79,7 +78,7 @@ void ViewLayout::Resize(Node owner) {
         return;
     }
     const Stopwatch watch(*this);
-    IncLayout::Resize(owner);
+    SeriesLayout::Resize(owner);
 }
 
 } // namespace nurvex

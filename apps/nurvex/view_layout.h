@@ -1,7 +1,7 @@
 #pragma once
 
+#include "apps/nurvex/series_layout.h"
 #include "apps/nurvex/spacing.h"
-#include "nurvex7/layout/inc_layout.h"
 
 #include <chrono>
 #include <functional>
@@ -11,7 +11,7 @@ namespace nurvex {
 
 /// The layout of a graph that is shown: tells how long its last work took and, while a graph is
 /// being opened, lets others have their turn.
-class ViewLayout : public nurvex7::IncLayout {
+class ViewLayout : public SeriesLayout {
 public:
     /// Called between the steps of a layout, with the number of owners that are done. What it
     /// throws ends the layout; the graph is not to be used any more then.

@@ -190,7 +190,16 @@ protected:
 TEST_F(ViewWindowTest, ClicksOnAPortFoldAndUnfoldAndUndoTakesThemBack) {
     const Node payment = node("payment");
     const QPoint before = corner_of(payment);
+    // Across the border of the cluster: its bends go along with what they belong to.
+    const auto arrival = [this] {
+        NodeSet route = node("browser").GetEdgesOut().GetItem(0).GetBreakNodes();
+        const auto tip = route.GetItem(route.GetCount() - 1).GetPosition();
+        const auto last = route.GetItem(route.GetCount() - 2).GetPosition();
+        return QPointF(tip.x - last.x, tip.y - last.y);
+    };
+    const QPointF arrived = arrival();
     click(right_port_of(payment));
+    EXPECT_EQ(arrival(), arrived);
     EXPECT_EQ(hidden(), "stock mail ");
     EXPECT_EQ(corner_of(payment), before) << "the clicked node stays where it is";
     EXPECT_TRUE(status().contains("4 of 6 nodes, 4 edges")) << status().toStdString();
