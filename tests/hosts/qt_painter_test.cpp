@@ -162,9 +162,11 @@ TEST(QtPainterText, PlainLettersAreSetAsTheShaperSetsThem) {
         const double beside = measure(painter, " \u00C6").width;
         EXPECT_NEAR(measure(painter, plain + " \u00C6").width - beside,
                     measure(painter, plain).width, 0.01);
-        EXPECT_LT(measure(painter, "AV").width,
-                  measure(painter, "A").width + measure(painter, "V").width);
     }
+    // Which family stands for none depends on the machine, and not every family has kerning.
+    set_font(painter, "Arial", 60);
+    EXPECT_LT(measure(painter, "AV").width,
+              measure(painter, "A").width + measure(painter, "V").width);
 }
 
 struct TextOutput {
