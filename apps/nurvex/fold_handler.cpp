@@ -18,13 +18,18 @@ int FoldHandler::HandleClick(Node node, double x, double y, int flags,
     neighbours.NoteNeighbours(node);
     const int queued_before = count_queued_updates(node);
     const int result = PortNodeHandler::HandleClick(node, x, y, flags, button);
-    const bool has_folded = count_queued_updates(node) > queued_before;
-    // Who listens to clicks may have removed nodes.
-    if (has_folded && !node.IsDummy()) {
-        const std::vector<VisibilityChange> changes = neighbours.FindChanges();
-        QueueLayoutsBesideFold(node, changes);
-        HandleFolded(node, changes);
+    // Who listens to clicks may have removed nodes, or had the graph laid out already.
+    const std::vector<VisibilityChange> changes =
+        node.IsDummy() ? std::vector<VisibilityChange>() : neighbours.FindChanges();
+    if (changes.empty()) {
+        return result;
     }
+    if (count_queued_updates(node) > queued_before) {
+        QueueLayoutsBesideFold(node, changes);
+    } else {
+        QueueLayouts(changes);
+    }
+    HandleFolded(node, changes);
     return result;
 }
 

@@ -113,6 +113,8 @@ CoordsKeeper::~CoordsKeeper() {
         return;
     }
     content->RecalculateLayout();
+    content
+        ->GetScale(); // Deliberate: asked and dropped; a derived viewer hears of the layout by it
     if (!content->shows(node)) {
         return;
     }

@@ -43,7 +43,7 @@ public:
     using frame_rubber = brevolt7::CRubberRectEx<brevolt7::FocusRectDrawer>;
     using position = tamsel7::point<double>;
 
-    /// An empty handle stands for an empty graph. `need_coord_system`: see SetNeedCoordSystem.
+    /// An empty handle stands for an empty graph. `needs_coord_system`: see SetNeedCoordSystem.
     CContent(brevolt7::CVisualElement* parent_element, graph_ptr2<Graph> shown_graph,
              bool needs_coord_system);
     ~CContent() override;

@@ -102,6 +102,9 @@ void CContent::select_between(position a, position b) {
         HitNodeTest(to_pixel(r.left), to_pixel(r.top), to_pixel(r.right), to_pixel(r.bottom));
     for (int i = 0; self && i < hits.GetCount(); ++i) {
         const Node node = hits.GetItem(i);
+        if (!shows(node)) {
+            continue;
+        }
         const graph_ptr2<INodeHandler> handler = node.GetHandler();
         if (handler.get() != nullptr) {
             handler->HandleOnSelectRect(node, r);

@@ -179,10 +179,14 @@ void CContent::HandleMouseLeave(CVisualElement* /*who*/) {
     focus_rubber->erase_by_redraw = false;
     focus_rubber->first_draw = true;
     for (const Node& node : std::exchange(hovered_nodes, {})) {
-        ask(node, &INodeHandler::HandleMouseLeave);
+        if (self && shows(node)) {
+            ask(node, &INodeHandler::HandleMouseLeave);
+        }
     }
     for (const Edge& edge : self ? std::exchange(hovered_edges, {}) : std::vector<Edge>()) {
-        ask(edge, &IEdgeHandler::HandleMouseLeave);
+        if (self && shows(edge)) {
+            ask(edge, &IEdgeHandler::HandleMouseLeave);
+        }
     }
     if (self) {
         OnMouseLeave(this);

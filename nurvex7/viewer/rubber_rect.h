@@ -29,8 +29,6 @@ public:
     signal<CRubberRect*, position, position, position> sig_move;
     /// A release after at least one move: the place of the press, and the last one painted.
     signal<CRubberRect*, position, position> sig_finish;
-    /// The mouse was taken away in the middle: no move and no release will come.
-    signal<CRubberRect*> sig_cancel;
 
     bool drag_enabled = false; ///< whether a press starts a drag
     bool active = false;       ///< there was a move since the press
@@ -42,6 +40,9 @@ public:
     tamsel7::point<int> prev_px; ///< at the last sig_move
     std::unique_ptr<IPosConverter> converter;
     bool clamp_to_parent = true; ///< keeps the pointer in the parent's content
+
+    /// The mouse was taken away in the middle: no move and no release will come.
+    signal<CRubberRect*> sig_cancel;
 
     explicit CRubberRect(CVisualElement* parent_element);
     ~CRubberRect() override;

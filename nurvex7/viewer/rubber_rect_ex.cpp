@@ -233,8 +233,14 @@ bool CRubberRectEx<Drawer>::HandleButtonUp(int /*x*/, int /*y*/, int flags,
 
 template <typename Drawer>
 void CRubberRectEx<Drawer>::HandleCaptureLost() {
-    if (dragging) {
-        EndDragging();
+    if (!dragging) {
+        return;
+    }
+    const CElementRef self(this);
+    EndDragging();
+    // The press came through the parent, which waits for its release.
+    if (self && parent != nullptr) {
+        parent->HandleCaptureLost();
     }
 }
 

@@ -32,6 +32,7 @@ public:
     std::map<std::string, bool> handles;
     std::map<std::string, std::function<void()>> acts;
     std::string tip;
+    bool keeps_tip = true; ///< its tooltip may stay while the pointer moves on it
 
     bool HandleMouseMove(int x, int y, int, Button) override { return play("move", x, y); }
     bool HandleButtonDown(int x, int y, int, Button) override { return play("down", x, y); }
@@ -48,6 +49,7 @@ public:
     }
     bool HandleOnTooltipTrack(tamsel7::CTooltipEvent* event) override {
         event->text = tip;
+        event->visible = keeps_tip;
         return play("track", event->pos.x, event->pos.y);
     }
     void HandleMouseHover(CVisualElement*) override { play("hover"); }

@@ -248,6 +248,11 @@ TEST_F(ContentEvents, HoveringIsToldOnceAndTakenBack) {
     EXPECT_EQ(extent_of_paint(), "all");
     content().HandleMouseLeave(&content());
     EXPECT_EQ(notes(), "LEAVE");
+    content().HoverAt(25, 25);
+    a.Remove();
+    notes();
+    content().HandleMouseLeave(&content());
+    EXPECT_EQ(notes(), "LEAVE") << "who has gone is not left";
 }
 
 TEST_F(ContentEvents, TheGraphMayChangeInAnyEvent) {

@@ -173,9 +173,10 @@ tamsel7::point<int> CVisualElement::FromWindow(const tamsel7::point<int>& p) con
 }
 
 void CVisualElement::SetSize(const tamsel7::size<int>& size, bool repaint) {
+    const CElementRef self(this);
     wanted = size;
     SetPos({place.left, place.top, place.left + size.width, place.top + size.height}, repaint);
-    if (parent != nullptr && alignment != Alignment::ALIGN_NONE) {
+    if (self && parent != nullptr && alignment != Alignment::ALIGN_NONE) {
         parent->rearrange(this);
     }
 }

@@ -26,9 +26,9 @@ namespace brevolt7 {
 /// Elements form a tree; children lie inside their parent, later ones on top of earlier ones.
 ///
 /// Events. The dispatcher (CWindowControl) calls the virtual operation of the element concerned
-/// and, where that gave false, emits the element's signal of the same event. While neither the
-/// operation nor a receiver has settled it, the event climbs: the parent is asked next, in its own
-/// pixels. An operation that gives true ends this.
+/// and, where that gave false, emits the element's signal of the same event. Then the event climbs:
+/// the parent is asked next, in its own pixels. An operation that gives true ends this, and so does
+/// the end of the element.
 ///
 /// Space   pixels of the element: (0, 0) is its top left corner; positions are in pixels of the
 ///         parent

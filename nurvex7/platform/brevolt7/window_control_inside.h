@@ -8,7 +8,7 @@
 
 namespace brevolt7 {
 
-/// Who an event is for, at which place of the window, and with what.
+/// At which place of the window an event is, and with what.
 struct PointerEvent {
     tamsel7::point<int> at;
     int flags = 0;
@@ -149,6 +149,7 @@ public:
     // Tooltips
     CElementRef tooltip_owner; ///< who answered, while a tooltip is up
     tamsel7::CTooltipEvent tooltip;
+    bool tooltip_is_up = false;
     bool tooltip_timer = false;
 
     // Drag and drop

@@ -241,13 +241,15 @@ void CWindowControl::Inside::ForgetElement(CVisualElement* element) {
     const auto inside_of = [element](const CElementRef& e) { return e && e->IsInside(element); };
     // Holders inside a dying element are not told: their surroundings are half gone already.
     const CElementRef loser = inside_of(capture) && CElementRef(element) ? capture : CElementRef();
+    const CElementRef presser =
+        inside_of(pressed) && CElementRef(element) ? pressed : CElementRef();
     const bool focus_goes = inside_of(focus) && CElementRef(element);
     for (CElementRef* const held : {&capture, &pressed, &hovered, &drag_target}) {
         if (inside_of(*held)) {
             *held = CElementRef();
         }
     }
-    if (tooltip.visible && (!tooltip_owner || inside_of(tooltip_owner))) {
+    if (tooltip_is_up && (!tooltip_owner || inside_of(tooltip_owner))) {
         HideTooltip();
     }
     if (!drag_source || inside_of(drag_source)) {
@@ -258,6 +260,9 @@ void CWindowControl::Inside::ForgetElement(CVisualElement* element) {
     const Running running_event(*this);
     if (loser) {
         loser->HandleCaptureLost();
+    }
+    if (presser && presser.Get() != loser.Get()) {
+        presser->HandleCaptureLost();
     }
     if (running_event && focus_goes) {
         SetFocus(nullptr, /*by_tab=*/false);

@@ -64,6 +64,7 @@ void CWindowControl::Inside::AskTooltip() {
     }
     event.visible = true;
     tooltip = event;
+    tooltip_is_up = true;
     tooltip_owner = owner;
     window.ShowTooltip(in_window(event, *owner.Get()));
 }
@@ -80,7 +81,7 @@ void CWindowControl::Inside::TrackTooltip() {
     }
     const bool changed = event.text != tooltip.text;
     tooltip = event;
-    if (event.text.empty()) {
+    if (event.text.empty() || !event.visible) {
         HideTooltip();
     } else if (changed) {
         window.ShowTooltip(in_window(event, *owner.Get()));
@@ -92,7 +93,8 @@ void CWindowControl::Inside::HideTooltip() {
         tooltip_timer = false;
         window.StopTimer(TIMER_TOOLTIP);
     }
-    if (tooltip.visible) {
+    if (tooltip_is_up) {
+        tooltip_is_up = false;
         tooltip = {};
         tooltip_owner = CElementRef();
         window.HideTooltip();

@@ -142,6 +142,24 @@ TEST(WindowControl, ATooltipComesWhenThePointerRestsAndStaysInItsHotArea) {
     static_cast<void>(inner);
 }
 
+TEST(WindowControl, AnElementMayTakeItsTooltipDown) {
+    Stage stage;
+    stage.control->tooltip_delay = 300;
+    Actor* const view = stage.Add("view", {0, 0, 60, 60});
+    view->tip = "a node";
+    view->hot = {0, 0, 60, 60};
+    view->keeps_tip = false;
+    const auto rest = [&] { stage.control->ProcessTimer(CWindowControl::TIMER_TOOLTIP); };
+    stage.Move(15, 15);
+    rest();
+    stage.window.take();
+    stage.Move(16, 15);
+    EXPECT_EQ(stage.window.take().front(), "no tooltip");
+    stage.Move(17, 15);
+    rest();
+    EXPECT_EQ(stage.window.take().back(), "tooltip 'a node' at 17,15") << "there is no next one";
+}
+
 TEST(WindowControl, AnElementMayDieOfTheQuestionForItsTooltip) {
     Stage stage;
     stage.control->tooltip_delay = 300;
