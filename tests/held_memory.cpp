@@ -22,12 +22,17 @@ std::size_t held = 0;
 
 } // namespace
 
-void* operator new(std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     void* const memory = std::malloc(size);
+    held += memory != nullptr ? malloc_usable_size(memory) : 0;
+    return memory;
+}
+
+void* operator new(std::size_t size) {
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    held += malloc_usable_size(memory);
     return memory;
 }
 
