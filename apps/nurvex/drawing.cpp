@@ -201,21 +201,7 @@ void Drawing::find_page() {
 }
 
 void Drawing::Paint(QtPainter& painter) const {
-    painter.BeginPaint(IPainter::StdSettings::STANDARD);
-    IPainter::CoordInfo info{0,
-                             page.x(),
-                             page.y(),
-                             page.width(),
-                             page.height(),
-                             0,
-                             0,
-                             static_cast<int>(page.width()),
-                             static_cast<int>(page.height())};
-    painter.SetCoordSystem(IPainter::MapMode::MAP_LOGICAL, &info);
-    painter.SetBrush({style.GetBackground(), 1});
-    painter.FillRect(page.left(), page.top(), page.right(), page.bottom());
-    // The outline of a node is filled with the brush: it must not cover the node's own fill.
-    painter.SetBrush({});
+    BeginPage(painter, page, style.GetBackground());
     painter.SetFont(style.GetFont());
     for (const Node& node : nodes) {
         style.Draw(node, &painter, IsAccented(node));

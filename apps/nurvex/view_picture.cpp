@@ -11,7 +11,6 @@
 namespace nurvex {
 
 using namespace nurvex7;
-using tamsel7::IPainter;
 
 namespace {
 
@@ -42,19 +41,7 @@ QRectF ViewPicture::FindWholeArea(const Graph& graph) {
 
 void ViewPicture::Paint(nurvex7::qt::QtPainter& painter) const {
     constexpr double zoom = 1;
-    painter.BeginPaint(IPainter::StdSettings::STANDARD);
-    IPainter::CoordInfo info{0,
-                             page.x(),
-                             page.y(),
-                             page.width(),
-                             page.height(),
-                             0,
-                             0,
-                             static_cast<int>(page.width()),
-                             static_cast<int>(page.height())};
-    painter.SetCoordSystem(IPainter::MapMode::MAP_LOGICAL, &info);
-    painter.SetBrush({background, 1});
-    painter.FillRect(page.left(), page.top(), page.right(), page.bottom());
+    BeginPage(painter, page, background);
     MarkDrawnIn(graph);
     std::vector<Edge> edges;
     ForEachNodeIn(

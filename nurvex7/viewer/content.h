@@ -183,6 +183,7 @@ protected:
     bool ask_tooltip(tamsel7::CTooltipEvent* event, node_tooltip of_node, edge_tooltip of_edge,
                      const tooltip_signal& told);
     void emit_view();
+    void end_press();
     void end_grab();
     void paint_redrawn(tamsel7::IPainter* painter);
     void paint_piece(tamsel7::IPainter* painter, const tamsel7::rectangle<double>& piece);

@@ -37,17 +37,19 @@ void CContent::ShiftProcessing(drag_rubber* /*rubber*/, position /*start*/, posi
 }
 
 void CContent::EndShiftProcessing(drag_rubber* /*rubber*/, position /*start*/, position /*end*/) {
-    end_grab();
-    pressed_nodes.clear();
+    end_press();
 }
 
 /// The release of a drag that was cut off never comes, and a press must not wait for it.
 void CContent::CancelShiftProcessing(drag_rubber* /*rubber*/) {
-    end_grab();
-    pressed_nodes.clear();
+    end_press();
 }
 
 void CContent::HandleCaptureLost() {
+    end_press();
+}
+
+void CContent::end_press() {
     end_grab();
     pressed_nodes.clear();
 }

@@ -55,6 +55,10 @@ pixel_rect united(const pixel_rect& a, const pixel_rect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
+bool is_inside(const pixel_rect& r, const tamsel7::point<int>& p) {
+    return p.x >= r.left && p.x < r.right && p.y >= r.top && p.y < r.bottom;
+}
+
 bool contains(const pixel_rect& outer, const pixel_rect& inner) {
     return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
            outer.bottom >= inner.bottom;

@@ -12,6 +12,8 @@ bool is_empty(const pixel_rect& r);
 pixel_rect intersection(const pixel_rect& a, const pixel_rect& b);
 /// The smallest rectangle around both; an empty one does not count.
 pixel_rect united(const pixel_rect& a, const pixel_rect& b);
+/// Left and top belong to a rectangle, right and bottom do not.
+bool is_inside(const pixel_rect& r, const tamsel7::point<int>& p);
 bool contains(const pixel_rect& outer, const pixel_rect& inner);
 pixel_rect moved(const pixel_rect& r, int dx, int dy);
 

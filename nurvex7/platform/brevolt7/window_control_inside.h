@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nurvex7/platform/brevolt7/dirty_area.h"
 #include "nurvex7/platform/brevolt7/drag_and_drop.h"
 #include "nurvex7/platform/brevolt7/element_ref.h"
 #include "nurvex7/platform/brevolt7/window_control.h"

@@ -11,10 +11,6 @@ unsigned bit_of(tamsel7::MouseButton button) {
     return 1U << (static_cast<unsigned>(button) & 31U);
 }
 
-bool is_inside(const tamsel7::rectangle<int>& r, const tamsel7::point<int>& p) {
-    return p.x >= r.left && p.x < r.right && p.y >= r.top && p.y < r.bottom;
-}
-
 /// The topmost element at a place. Space: pixels of the element's parent.
 CVisualElement* find_inside(CVisualElement* element, const tamsel7::point<int>& at) {
     const tamsel7::rectangle<int> place = element->GetPos();

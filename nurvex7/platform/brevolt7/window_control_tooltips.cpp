@@ -5,10 +5,6 @@ namespace brevolt7 {
 
 namespace {
 
-bool is_inside(const tamsel7::rectangle<int>& r, const tamsel7::point<int>& p) {
-    return p.x >= r.left && p.x < r.right && p.y >= r.top && p.y < r.bottom;
-}
-
 /// The event as the window sees it.
 tamsel7::CTooltipEvent in_window(const tamsel7::CTooltipEvent& event, const CVisualElement& owner) {
     tamsel7::CTooltipEvent result = event;
