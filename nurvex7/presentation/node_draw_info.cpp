@@ -92,14 +92,10 @@ std::string CNodeDrawInfo::GetTruncatedCaption(Node node) {
     return _cut(caption, length - 3 + shift);
 }
 
-SizeAndOrigin CNodeDrawInfo::get_size_around(Node node, tamsel7::size<double> inner) {
-    if (IsRoot(node)) {
-        return {inner, {0.0, 0.0}};
-    }
-    const tamsel7::size<double> own = GetSizeByCaption(node);
+SizeAndOrigin size_with_band(Node node, tamsel7::size<double> band, tamsel7::size<double> inner) {
     const tamsel7::point<double> corner = node.GetPosition();
-    return {{std::max(inner.width, own.width), own.height + inner.height},
-            {corner.x, corner.y + own.height}};
+    return {{std::max(inner.width, band.width), band.height + inner.height},
+            {corner.x, corner.y + band.height}};
 }
 
 } // namespace nurvex7

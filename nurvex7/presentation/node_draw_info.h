@@ -43,12 +43,13 @@ struct NURVEX7_API CNodeDrawInfo {
     tamsel7::size<double> GetSizeByCaption(Node node);
     /// The caption, cut and ended by full stops where it is wider than GetSizeByCaption allows.
     std::string GetTruncatedCaption(Node node);
-    /// The size of a node with a band for its caption above what it owns, and the corner below
-    /// that band. The root has no band.
-    SizeAndOrigin get_size_around(Node node, tamsel7::size<double> inner);
 
 private:
     tamsel7::size<double> measure(const std::string& text);
 };
+
+/// The size of a cluster with a band above what it owns, and the corner below that band, where
+/// `band` is the size that the node wants for its caption.
+SizeAndOrigin size_with_band(Node node, tamsel7::size<double> band, tamsel7::size<double> inner);
 
 } // namespace nurvex7

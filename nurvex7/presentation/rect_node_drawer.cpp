@@ -23,7 +23,10 @@ tamsel7::size<double> CRectNodeDrawer::GetSize(Node node) {
 }
 
 SizeAndOrigin CRectNodeDrawer::GetSize(Node node, tamsel7::size<double> inner) {
-    return info.get_size_around(node, inner);
+    if (IsRoot(node)) {
+        return {inner, {0.0, 0.0}};
+    }
+    return size_with_band(node, GetSize(node), inner);
 }
 
 void CRectNodeDrawer::Draw(Node node, IPainter* painter) {

@@ -67,7 +67,10 @@ tamsel7::size<double> CRectPortNodeDrawer::GetSize(Node node) {
 }
 
 SizeAndOrigin CRectPortNodeDrawer::GetSize(Node node, tamsel7::size<double> inner) {
-    return info.get_size_around(node, inner);
+    if (IsRoot(node)) {
+        return {inner, {0.0, 0.0}};
+    }
+    return size_with_band(node, GetSize(node), inner);
 }
 
 void CRectPortNodeDrawer::Draw(Node node, IPainter* painter) {

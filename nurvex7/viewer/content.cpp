@@ -55,11 +55,10 @@ void CContent::SetGraph(graph_ptr2<Graph> shown_graph) {
     graph->GetRoot().MakeLayout();
     RecalculateLayout();
     left_margin = top_margin = right_margin = bottom_margin = 0;
-    const tamsel7::rectangle<double> root = root_rect();
-    const tamsel7::size<double> view = view_size();
-    SetStartX(root.left + (root.right - root.left - view.width) * 0.5);
+    const Node root = graph->GetRoot();
+    SetStartX(root.GetPosition().x + (root.GetSize().width - view_size().width) * 0.5);
     if (self) {
-        SetStartY(root.top + (root.bottom - root.top - view.height) * 0.5);
+        SetStartY(root.GetPosition().y + (root.GetSize().height - view_size().height) * 0.5);
     }
     if (self) {
         RenewView(true);

@@ -40,13 +40,18 @@ void CContent::EndShiftProcessing(drag_rubber* /*rubber*/, position /*start*/, p
     end_press();
 }
 
-/// The release of a drag that was cut off never comes, and a press must not wait for it.
 void CContent::CancelShiftProcessing(drag_rubber* /*rubber*/) {
-    end_press();
+    HandleCaptureLost();
 }
 
+/// The release of a drag that was cut off never comes, and a press must not wait for it. Where one
+/// rubber rectangle takes the capture from the other, the press goes on.
 void CContent::HandleCaptureLost() {
-    end_press();
+    const CVisualElement* const holder =
+        GetControl() != nullptr ? GetControl()->GetCapture() : nullptr;
+    if (holder == nullptr || !holder->IsInside(this)) {
+        end_press();
+    }
 }
 
 void CContent::end_press() {

@@ -71,8 +71,9 @@ void CContent::DrawContent(tamsel7::IPainter* painter) {
 /// The few nodes that changed, with what they own and the edges across them. Neither clipped nor
 /// cleared: they are painted over themselves.
 void CContent::paint_redrawn(tamsel7::IPainter* painter) {
+    const bool few = redraw_nodes.size() <= MOST_REDRAWN_NODES;
     forget_what_is_gone();
-    if (redraw_nodes.size() <= MOST_REDRAWN_NODES) {
+    if (few) {
         sort_by_ownership(redraw_nodes);
         CollectEdgesInNodes crossing(graph);
         for (const Node& node : redraw_nodes) {

@@ -18,24 +18,20 @@ constexpr int STEP_IN_PIXELS = 4;
 /// Added before truncation, so that what is a hair below a pixel is on it.
 constexpr double PIXEL_BIAS = 0.05;
 
-/// Lets the range of one direction grow so that the view may begin at `start`.
+/// The range of one direction, which grows so that the view may begin anywhere.
 struct Margins {
     double& before;
     double& behind;
 
-    void MakeRoom(double start, double view, double root_from, double root_extent) const {
-        const double overshoot = view - root_extent - root_from + start - behind;
+    void BeginAt(double start, double root_from) const {
         if (start < root_from) {
             before = root_from - start;
             behind = 0;
         } else {
             before = 0;
         }
-        if (start > root_from - before) {
-            behind += overshoot;
-        }
-        behind = std::max(0.0, behind);
     }
+    void EndBehind(double overshoot) const { behind = std::max(0.0, behind + overshoot); }
 };
 
 } // namespace
@@ -133,9 +129,12 @@ double CContent::GetHorzStart() const {
 }
 
 void CContent::SetHorzStart(double start) {
-    const tamsel7::rectangle<double> root = root_rect();
-    Margins{left_margin, right_margin}.MakeRoom(start, view_size().width, root.left,
-                                                root.right - root.left);
+    const Node root = graph->GetRoot();
+    const double from = root.GetPosition().x;
+    const double overshoot = view_size().width - root.GetSize().width - from + start - right_margin;
+    const Margins margins{left_margin, right_margin};
+    margins.BeginAt(start, from);
+    margins.EndBehind(start > GetHorzFrom() ? overshoot : 0);
     start_x = start;
 }
 
@@ -164,9 +163,13 @@ double CContent::GetVertStart() const {
 }
 
 void CContent::SetVertStart(double start) {
-    const tamsel7::rectangle<double> root = root_rect();
-    Margins{top_margin, bottom_margin}.MakeRoom(start, view_size().height, root.top,
-                                                root.bottom - root.top);
+    const Node root = graph->GetRoot();
+    const double from = root.GetPosition().y;
+    const double overshoot =
+        view_size().height - root.GetSize().height - from + start - bottom_margin;
+    const Margins margins{top_margin, bottom_margin};
+    margins.BeginAt(start, from);
+    margins.EndBehind(start > GetVertFrom() ? overshoot : 0);
     start_y = start;
 }
 

@@ -22,7 +22,7 @@ public:
     virtual void SetStartX(double x) = 0;
     virtual void SetStartY(double y) = 0;
     /// Pixels for one unit of the graph; the view's top left corner stays. A value that is not
-    /// above 0 is ignored, here and in the next two.
+    /// above 0, or not finite, is ignored, here and in the next two.
     virtual void SetScale(double pixels) = 0;
     /// Sets the scale so that so many units fit into the width, or the height.
     virtual void SetViewWidth(double width) = 0;

@@ -199,18 +199,25 @@ void COverviewContent::ShiftProcessing(drag_rubber* /*rubber*/, position start, 
                                        position prev) {
     const CElementRef self(this);
     if (shift_mode == SHIFT_MOVE) {
-        const double x = view_left + cur.x - prev.x;
-        const double y = view_top + cur.y - prev.y;
-        SetStartX(x);
-        if (self) {
-            SetStartY(y);
-        }
+        move_viewer(cur.x - prev.x, cur.y - prev.y);
     } else {
         drag_border(start, cur, prev);
     }
     if (self && GetControl() != nullptr) {
         const tamsel7::rectangle<int> client = GetControl()->GetClientRect();
         GetControl()->InvalidateRect(client.left, client.top, client.right, client.bottom, false);
+    }
+}
+
+/// The viewer answers the first step with the rectangle that it shows by then; the second one goes
+/// on from there.
+void COverviewContent::move_viewer(double dx, double dy) {
+    const CElementRef self(this);
+    if (viewer != nullptr) {
+        viewer->SetStartX(view_left + dx);
+    }
+    if (self && viewer != nullptr) {
+        viewer->SetStartY(view_top + dy);
     }
 }
 
@@ -225,10 +232,10 @@ void COverviewContent::drag_border(position start, position cur, position prev) 
     const double right = view_right += std::abs(start.x - saved_right) < e ? dx : 0;
     const double top = view_top += std::abs(start.y - saved_top) < e ? dy : 0;
     view_bottom += std::abs(start.y - saved_bottom) < e ? dy : 0;
-    if (left != saved_left || top != saved_top) {
-        SetStartX(left);
-        if (self) {
-            SetStartY(top);
+    if (viewer != nullptr && (left != saved_left || top != saved_top)) {
+        viewer->SetStartX(left);
+        if (self && viewer != nullptr) {
+            viewer->SetStartY(top);
         }
     }
     // Deliberate: one scale serves both directions, and it follows the width.

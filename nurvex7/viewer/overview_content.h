@@ -46,6 +46,7 @@ private:
     enum ShiftMode : int { SHIFT_RESIZE = 0, SHIFT_MOVE = 1 };
 
     void compute_zoom();
+    void move_viewer(double dx, double dy);
     void drag_border(position start, position cur, position prev);
     void draw_nodes(tamsel7::IPainter* painter) const;
 

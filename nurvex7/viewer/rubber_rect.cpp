@@ -56,9 +56,9 @@ void CRubberRect<Drawer>::StartDragging(CVisualElement* /*sender*/, int x, int y
     }
     converter->ConvertStart(&x, &y, parent->GetContentRect());
     start_px = drawn_px = cur_px = prev_px = {x, y};
+    const position p = to_logical(start_px);
     CaptureMouse();
     dragging = true;
-    const position p = to_logical(start_px);
     sig_start(this, p, p);
 }
 

@@ -1,4 +1,5 @@
 #include "nurvex7/presentation/node_draw_info.h"
+#include "nurvex7/presentation/rect_node_drawer.h"
 #include "tests/support/placed_graph.h"
 #include "tests/support/recording_painter.h"
 
@@ -158,17 +159,17 @@ TEST(NodeDrawInfo, MeasuresInTheFontOfTheZoom) {
 TEST(NodeDrawInfo, AClusterKeepsABandForItsCaptionAndTheRootDoesNot) {
     const PlacedGraph g;
     RecordingPainter painter;
-    CNodeDrawInfo info;
-    info.painter = &painter;
+    nurvex7::CRectNodeDrawer drawer;
+    drawer.info.painter = &painter;
     const nurvex7::Node cluster = g.add("cluster", {100, 50, 0, 0}); // wants 54 x 15
 
-    const nurvex7::SizeAndOrigin wide = info.get_size_around(cluster, {200, 80});
+    const nurvex7::SizeAndOrigin wide = drawer.GetSize(cluster, {200, 80});
     EXPECT_EQ(wide.size, (tamsel7::size<double>{200, 95}));
     EXPECT_EQ(wide.origin, (tamsel7::point<double>{100, 65}));
-    EXPECT_EQ(info.get_size_around(cluster, {10, 80}).size, (tamsel7::size<double>{54, 95}));
+    EXPECT_EQ(drawer.GetSize(cluster, {10, 80}).size, (tamsel7::size<double>{54, 95}));
 
     g.root().SetCaption("all of it");
-    const nurvex7::SizeAndOrigin all = info.get_size_around(g.root(), {200, 80});
+    const nurvex7::SizeAndOrigin all = drawer.GetSize(g.root(), {200, 80});
     EXPECT_EQ(all.size, (tamsel7::size<double>{200, 80}));
     EXPECT_EQ(all.origin, (tamsel7::point<double>{0, 0}));
 }

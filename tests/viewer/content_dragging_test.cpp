@@ -38,6 +38,15 @@ TEST_F(ContentDragging, ADragIsNoClick) {
     EXPECT_EQ(notes(), "down a 23,25 | up a 23,25 | click a 23,25");
 }
 
+TEST_F(ContentDragging, PansAlsoWhereTheFrameTakesTheSamePress) {
+    content().GetRubberRect()->drag_enabled = true;
+    drag({{100, 50}, {90, 50}, {80, 70}});
+    EXPECT_EQ(start(), "20,-20");
+    notes();
+    click(5, 45);
+    EXPECT_EQ(notes(), "down a 25,25 | up a 25,25 | click a 25,25");
+}
+
 TEST_F(ContentDragging, ALeafIsMovedWhereThatIsAllowed) {
     content().AllowNodeDrag(true);
     drag({{25, 25}, {35, 30}, {45, 55}});
