@@ -1,6 +1,8 @@
 // Lays a text graph out by the library, over and over and each time on a fresh graph, as
 // bench/limit does it on plain arrays.
 
+#include "bench/limit/flat_graph.h"
+#include "bench/measured_runs.h"
 #include "nurvex7/nurvex7.h"
 
 #include <algorithm>
@@ -10,9 +12,6 @@
 #include <stdexcept>
 #include <utility>
 #include <vector>
-
-#include "bench/limit/flat_graph.h"
-#include "bench/measured_runs.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include "bench/limit/flat_graph.h"
+
+#include <vector>
 
 namespace limit {
 

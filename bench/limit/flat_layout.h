@@ -1,11 +1,11 @@
 #pragma once
 
+#include "bench/limit/flat_graph.h"
+
 #include <cfloat>
 #include <cstddef>
 #include <utility>
 #include <vector>
-
-#include "bench/limit/flat_graph.h"
 
 namespace limit {
 

@@ -1,6 +1,6 @@
-#include <cstddef>
-
 #include "bench/limit/flat_layout.h"
+
+#include <cstddef>
 
 namespace limit {
 

@@ -1,8 +1,8 @@
-#include <algorithm>
-#include <climits>
-
 #include "bench/limit/cycle_order.h"
 #include "bench/limit/flat_layout.h"
+
+#include <algorithm>
+#include <climits>
 
 namespace limit {
 

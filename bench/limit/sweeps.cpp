@@ -1,6 +1,6 @@
-#include <algorithm>
-
 #include "bench/limit/flat_layout.h"
+
+#include <algorithm>
 
 namespace limit {
 
