@@ -1,6 +1,7 @@
 #include "apps/nurvex/graph_check.h"
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/folding.h"
+#include "nurvex7/model/queries.h"
 #include "nurvex7/model/text_graph.h"
 
 #include <gtest/gtest.h>
@@ -99,14 +100,31 @@ bool may_break_a_duty(const std::string& text) {
     return text.find("Thread") != std::string::npos && text.find("main") != std::string::npos;
 }
 
-/// Loads a graph and, where that succeeds, draws it as far as a program without a surface can.
-int load(const std::string& text) {
+nurvex::GraphSize size_of(const graph_ptr2<Graph>& graph) {
+    nurvex::GraphSize size;
+    ForEachNodeIn(
+        graph->GetRoot(),
+        [&size](const Node& node) {
+            ++size.nodes;
+            size.clusters += node.GetOwned().GetCount() > 0 ? 1U : 0U;
+            size.edges += static_cast<std::size_t>(node.GetEdgesOut().GetCount());
+        },
+        /*post_order=*/false, /*include_self=*/false);
+    return size;
+}
+
+/// Loads a graph and, where that succeeds, draws it as far as a program without a surface can and
+/// tells how large it is.
+int load(const std::string& text, nurvex::GraphSize* size = nullptr) {
     IncLayout layout; // the graph does not own it: its tables hold nodes
     const graph_ptr2<Graph> graph(new Graph, /*owns=*/true);
     graph->SetDefaultLayout(graph_ptr2<ILayout>(&layout, /*owns=*/false));
     std::istringstream in(text);
     const int loaded = Load(graph, in);
     if (loaded == 1) {
+        if (size != nullptr) {
+            *size = size_of(graph);
+        }
         graph->RecalculateLayout(nullptr);
         MarkDrawnIn(graph);
         graph->HitNodeTest(-1e9, -1e9, 1e9, 1e9);
@@ -123,10 +141,13 @@ TEST(FuzzTextGraph, WhatTheCheckerLetsPassLoadsAndNothingElseDoesHarm) {
         const std::string text = mutator.next();
         SCOPED_TRACE(testing::PrintToString(text));
         std::istringstream in(text);
-        const bool is_fine = nurvex::check_text_graph(in).empty();
+        nurvex::GraphSize announced;
+        nurvex::GraphSize loaded;
+        const bool is_fine = nurvex::check_text_graph(in, &announced).empty();
         fine += is_fine ? 1 : 0;
         if (is_fine) {
-            ASSERT_EQ(load(text), 1);
+            ASSERT_EQ(load(text, &loaded), 1);
+            ASSERT_EQ(loaded, announced);
         } else if (!may_break_a_duty(text)) {
             load(text);
         }

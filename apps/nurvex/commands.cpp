@@ -3,15 +3,12 @@
 #include "apps/nurvex/graph_file.h"
 #include "apps/nurvex/progress.h"
 #include "apps/nurvex/series.h"
-#include "nurvex7/model/queries.h"
 
 #include <QGuiApplication>
 
 #include <iostream>
 
 namespace nurvex {
-
-using nurvex7::Node;
 
 namespace {
 
@@ -20,26 +17,7 @@ namespace {
 void ignore_remark(QtMsgType /*type*/, const QMessageLogContext& /*where*/,
                    const QString& /*text*/) {}
 
-struct Count {
-    int nodes = 0;
-    int clusters = 0;
-    int edges = 0;
-};
-
-Count count(const nurvex7::graph_ptr2<nurvex7::Graph>& graph) {
-    Count total;
-    nurvex7::ForEachNodeIn(
-        graph->GetRoot(),
-        [&total](const Node& node) {
-            ++total.nodes;
-            total.clusters += node.GetOwned().GetCount() > 0 ? 1 : 0;
-            total.edges += node.GetEdgesOut().GetCount();
-        },
-        /*post_order=*/false, /*include_self=*/false);
-    return total;
-}
-
-std::string many(int number, const std::string& thing) {
+std::string many(std::size_t number, const std::string& thing) {
     return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
 }
 
@@ -72,8 +50,7 @@ void RunDraw(const DrawOptions& options) {
 
 void RunCheck(const CheckOptions& options) {
     const GraphFile file(options.input);
-    file.Check();
-    const Count total = count(file.Load());
+    const GraphSize total = file.Check();
     std::cout << file.GetName() << ": no faults in " << many(total.nodes, "node") << ", of them "
               << many(total.clusters, "cluster") << ", and " << many(total.edges, "edge") << '\n';
 }

@@ -63,6 +63,8 @@ class TextGraphCheck {
 public:
     std::vector<Fault> run(std::istream& in);
 
+    GraphSize size;
+
 private:
     /// Where a content line stands. What is below a header that nobody knows is let be.
     enum class Place { ABOVE_ALL, LET_BE, NODES, EDGES };
@@ -287,6 +289,7 @@ bool TextGraphCheck::check_numbers_behind_caption(const std::string& text) {
 void TextGraphCheck::add_node(const NodeLine& node, int owner_id) {
     const int own_place = static_cast<int>(nodes.size());
     const auto [first, is_first] = place_of.emplace(node.id, own_place);
+    ++size.nodes;
     nodes.push_back({node.id, owner_id, line, is_first, holds(node.caption, "main"),
                      holds(node.caption, "Thread")});
     if (!is_first) {
@@ -301,6 +304,7 @@ void TextGraphCheck::add_node(const NodeLine& node, int owner_id) {
 // Edges
 
 void TextGraphCheck::check_edge_line(const std::string& text) {
+    ++size.edges;
     const EdgeLine edge = nurvex7::ReadEdgeLine(text);
     if (std::count(text.begin(), text.end(), '"') == 1) {
         report("only one double quote; put one at either end of the caption");
@@ -380,6 +384,7 @@ void TextGraphCheck::check_loose_ends() {
 void TextGraphCheck::check_owners() {
     std::vector<int> owner_of(nodes.size(), NONE);
     std::vector<int> owned;
+    std::vector<char> owns(nodes.size(), 0);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const CheckedNode& node = nodes[i];
         if (!node.is_first || node.owner_id == 0 || node.owner_id == node.id) {
@@ -391,6 +396,8 @@ void TextGraphCheck::check_owners() {
             report_at(node.line, "the owner of node ", node.id, " is node ", node.owner_id,
                       ", which no line defines; add the node, correct the number, or write 0 for a "
                       "node at the top");
+        } else {
+            size.clusters += std::exchange(owns[static_cast<std::size_t>(owner_of[i])], 1) == 0;
         }
     }
     find_cycles(owner_of, owned, [&](const std::vector<int>& members) {
@@ -427,8 +434,13 @@ void TextGraphCheck::check_threads() {
 
 } // namespace
 
-std::vector<Fault> check_text_graph(std::istream& in) {
-    return TextGraphCheck().run(in);
+std::vector<Fault> check_text_graph(std::istream& in, GraphSize* size) {
+    TextGraphCheck check;
+    std::vector<Fault> faults = check.run(in);
+    if (size != nullptr) {
+        *size = check.size;
+    }
+    return faults;
 }
 
 } // namespace nurvex

@@ -10,6 +10,7 @@
 #include <iostream>
 #include <iterator>
 #include <sstream>
+#include <streambuf>
 
 namespace nurvex {
 
@@ -19,6 +20,15 @@ using nurvex7::graph_ptr2;
 namespace {
 
 constexpr const char* STANDARD_INPUT = "-";
+
+/// Lets a stream read a text where it stands: graphs can be large, and a string stream copies.
+class TextBuffer : public std::streambuf {
+public:
+    explicit TextBuffer(const std::string& text) {
+        char* const first = const_cast<char*>(text.data()); // streams never write here
+        setg(first, first, first + text.size());
+    }
+};
 
 std::string read_all(std::istream& in) {
     std::ostringstream content;
@@ -48,24 +58,28 @@ GraphFile::GraphFile(const std::string& given_name)
     : name(given_name == STANDARD_INPUT ? "standard input" : given_name),
       content(given_name == STANDARD_INPUT ? read_all(std::cin) : read_file(given_name)) {}
 
-std::vector<Fault> GraphFile::FindFaults() const {
-    std::istringstream in(content);
-    return check_text_graph(in);
+std::vector<Fault> GraphFile::find_faults(GraphSize* size) const {
+    TextBuffer text(content);
+    std::istream in(&text);
+    return check_text_graph(in, size);
 }
 
-void GraphFile::Check() const {
-    const std::vector<Fault> faults = FindFaults();
+GraphSize GraphFile::Check() const {
+    GraphSize size;
+    const std::vector<Fault> faults = find_faults(&size);
     for (const auto& fault : faults) {
         std::cerr << name << ':' << fault.line << ": " << fault.message << '\n';
     }
     if (!faults.empty()) {
         throw Failure(EXIT_INPUT, name + ": is no sound text graph; mend the lines told above");
     }
+    return size;
 }
 
 graph_ptr2<Graph> GraphFile::Load() const {
     const graph_ptr2<Graph> graph(new Graph, /*owns=*/true);
-    std::istringstream in(content);
+    TextBuffer text(content);
+    std::istream in(&text);
     if (nurvex7::Load(graph, in) == 0) {
         throw Failure(EXIT_INPUT, name + ": an edge or an owner names a node that is not there");
     }

@@ -17,10 +17,10 @@ public:
     explicit GraphFile(const std::string& given_name);
 
     /// All faults. Order: by line.
-    std::vector<Fault> FindFaults() const;
-    /// Looks for faults and tells each of them on standard error, with its line.
-    /// Errors  a Failure where there are any
-    void Check() const;
+    std::vector<Fault> FindFaults() const { return find_faults(nullptr); }
+    /// Looks for faults and tells each of them on standard error, with its line. Gives how large
+    /// the graph is. Errors  a Failure where there are any
+    GraphSize Check() const;
 
     /// A new graph at each call. Duty: the text has been checked.
     nurvex7::graph_ptr2<nurvex7::Graph> Load() const;
@@ -33,6 +33,8 @@ public:
     std::string GetTitle() const;
 
 private:
+    std::vector<Fault> find_faults(GraphSize* size) const;
+
     std::string name;
     std::string content;
 };

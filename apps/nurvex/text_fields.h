@@ -9,7 +9,9 @@
 
 namespace nurvex {
 
-inline constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
+inline bool is_white_space(char letter) {
+    return letter == ' ' || (letter >= '\t' && letter <= '\r');
+}
 
 /// A piece of the file in a message: short, and without what a terminal would obey.
 inline std::string shown(std::string_view text) {
@@ -23,11 +25,13 @@ inline std::string shown(std::string_view text) {
 
 /// Without the white space around it.
 inline std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(WHITE_SPACE);
-    if (first == std::string_view::npos) {
-        return {};
+    while (!text.empty() && is_white_space(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(WHITE_SPACE) + 1 - first);
+    while (!text.empty() && is_white_space(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 /// Whether a field is a number.
@@ -42,9 +46,11 @@ struct Field {
 /// Cuts the first field off a text. It is fine where all of it is a number that fits: the loader
 /// then reads the same value.
 inline Field next_field(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(WHITE_SPACE), rest.size()));
-    const std::string_view text = rest.substr(0, rest.find_first_of(WHITE_SPACE));
-    rest.remove_prefix(text.size());
+    const auto first = std::find_if_not(rest.begin(), rest.end(), is_white_space);
+    const auto last = std::find_if(first, rest.end(), is_white_space);
+    const std::string_view text = rest.substr(static_cast<std::size_t>(first - rest.begin()),
+                                              static_cast<std::size_t>(last - first));
+    rest.remove_prefix(static_cast<std::size_t>(last - rest.begin()));
     if (text.empty()) {
         return {};
     }

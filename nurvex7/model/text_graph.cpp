@@ -20,6 +20,24 @@ constexpr char QUOTE = '"';
 constexpr std::string_view THREAD = "Thread";
 constexpr std::string_view MAIN = "main";
 
+bool is_blank(char letter) {
+    return letter == ' ' || (letter >= '\t' && letter <= '\r');
+}
+
+bool is_digit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+/// Cuts off the letters at the front of which this is true. A search for any of a set of letters
+/// would search the set for every letter of the text.
+template <typename F>
+std::string_view cut_while(std::string_view& text, F is_part) {
+    const auto end = std::find_if_not(text.begin(), text.end(), is_part);
+    const std::string_view part(text.data(), static_cast<std::size_t>(end - text.begin()));
+    text.remove_prefix(part.size());
+    return part;
+}
+
 /// Reads whole numbers one after the other as a stream in the "C" locale would, without the price
 /// of a stream for each line.
 class NumberReader {
@@ -29,7 +47,7 @@ public:
     /// Keeps the value where the text has ended or an earlier number was at fault; else 0 for what
     /// is no number, and the limit for what does not fit.
     void read(int& value) {
-        rest.remove_prefix(std::min(rest.find_first_not_of(" \t\n\v\f\r"), rest.size()));
+        cut_while(rest, is_blank);
         if (failed || rest.empty()) {
             failed = true;
             return;
@@ -38,10 +56,9 @@ public:
         if (negative || rest.front() == '+') {
             rest.remove_prefix(1);
         }
-        const std::size_t length = std::min(rest.find_first_not_of("0123456789"), rest.size());
-        const long long magnitude = magnitude_of(rest.substr(0, length));
-        rest.remove_prefix(length);
-        store(length == 0, negative ? -magnitude : magnitude, value);
+        const std::string_view digits = cut_while(rest, is_digit);
+        const long long magnitude = magnitude_of(digits);
+        store(digits.empty(), negative ? -magnitude : magnitude, value);
     }
 
 private:
