@@ -73,7 +73,7 @@ bool lies_in_one_of(const Node& node, const std::vector<Node>& owners) {
 
 } // namespace
 
-Drawing::Drawing(graph_ptr2<Graph> given_graph, const Spacing& spacing, Style::Theme theme)
+Drawing::Drawing(graph_ptr2<Graph> given_graph, const Spacing& spacing, Theme theme)
     : layout(std::make_unique<SeriesLayout>(spacing.level_gap, spacing.node_gap, spacing.edge_gap,
                                             spacing.edge_margin)),
       graph(given_graph), style(theme), typesetter(std::make_shared<nurvex7::qt::Typesetter>()) {
@@ -93,7 +93,7 @@ void Drawing::lay_out() {
     QImage surface(1, 1, QImage::Format_RGB32);
     QtPainter painter(surface, typesetter);
     painter.BeginPaint(IPainter::StdSettings::STANDARD);
-    painter.SetFont(style.GetFont());
+    painter.SetFont(CaptionFont());
     style.Dress(graph, &painter);
     graph->RecalculateLayout(&painter);
     painter.EndPaint();
@@ -202,7 +202,7 @@ void Drawing::find_page() {
 
 void Drawing::Paint(QtPainter& painter) const {
     BeginPage(painter, page, style.GetBackground());
-    painter.SetFont(style.GetFont());
+    painter.SetFont(CaptionFont());
     for (const Node& node : nodes) {
         style.Draw(node, &painter, IsAccented(node));
     }

@@ -20,8 +20,7 @@ namespace nurvex {
 /// A graph laid out, to be painted as often as needed, and to be followed from step to step.
 class Drawing : public Picture {
 public:
-    Drawing(nurvex7::graph_ptr2<nurvex7::Graph> given_graph, const Spacing& spacing,
-            Style::Theme theme);
+    Drawing(nurvex7::graph_ptr2<nurvex7::Graph> given_graph, const Spacing& spacing, Theme theme);
     ~Drawing() override;
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;

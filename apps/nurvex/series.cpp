@@ -74,8 +74,7 @@ std::string Series::Draw(const GraphFile& file, const DrawOptions& options, Prog
 
 void Series::follow(const GraphFile& file, const DrawOptions& options, const Visit& visit) {
     NumberedGraph graph(file.Load(), file.GetContent());
-    Drawing drawing(graph.GetGraph(), options.spacing,
-                    options.dark ? Style::Theme::DARK : Style::Theme::LIGHT);
+    Drawing drawing(graph.GetGraph(), options.spacing, options.dark ? Theme::DARK : Theme::LIGHT);
     report.emplace(drawing);
     visit(0, drawing);
     for (const Step& step : options.steps) {

@@ -9,58 +9,6 @@ namespace nurvex {
 using namespace nurvex7;
 using tamsel7::_color;
 
-namespace {
-
-/// Letters of a caption that are shown. A leaf is as wide as its caption, so there has to be an
-/// end; a cluster is as wide as what it owns, and the painter cuts its caption to that.
-constexpr int LEAF_CAPTION = 32;
-constexpr int CLUSTER_CAPTION = 256;
-
-struct Palette {
-    _color background;
-    _color leaf_fill;
-    _color leaf_border;
-    _color caption;
-    _color cluster_caption;
-    _color edge;
-    _color accent;
-    _color accent_fill;
-    /// Fill and border of clusters, from the outermost inwards.
-    std::vector<std::pair<_color, _color>> clusters;
-};
-
-Palette light() {
-    return {{255, 255, 255},
-            {252, 253, 254},
-            {105, 120, 142},
-            {24, 34, 48},
-            {78, 93, 114},
-            {122, 137, 158},
-            {196, 104, 22},
-            {255, 241, 219},
-            {{{244, 247, 250}, {201, 211, 223}},
-             {{233, 238, 245}, {186, 198, 213}},
-             {{221, 228, 238}, {170, 184, 202}},
-             {{209, 218, 231}, {154, 170, 191}}}};
-}
-
-Palette dark() {
-    return {{17, 22, 29},
-            {45, 56, 71},
-            {112, 130, 154},
-            {233, 239, 246},
-            {158, 174, 194},
-            {118, 134, 156},
-            {232, 163, 74},
-            {84, 61, 28},
-            {{{23, 30, 40}, {52, 64, 80}},
-             {{30, 39, 51}, {61, 75, 93}},
-             {{37, 48, 62}, {70, 86, 106}},
-             {{44, 57, 73}, {79, 97, 119}}}};
-}
-
-} // namespace
-
 /// The look of rectangles, which measures leaves that were given a size by that.
 class Style::NodeHandler : public SimpleNodeHandler {
 public:
@@ -78,33 +26,30 @@ private:
 };
 
 Style::Style(Theme theme) {
-    const Palette palette = theme == Theme::DARK ? dark() : light();
+    const Palette palette = PaletteOf(theme);
     background = palette.background;
-    leaf = {make_handler({palette.leaf_fill, palette.leaf_border, palette.caption}, LEAF_CAPTION),
-            make_handler({palette.accent_fill, palette.accent, palette.caption}, LEAF_CAPTION)};
-    for (const auto& [fill, border] : palette.clusters) {
-        clusters.push_back(
-            {make_handler({fill, border, palette.cluster_caption}, CLUSTER_CAPTION),
-             make_handler({fill, palette.accent, palette.cluster_caption}, CLUSTER_CAPTION)});
+    leaf = {make_handler(palette.leaf, palette.caption, LEAF_CAPTION),
+            make_handler(palette.accent, palette.caption, LEAF_CAPTION)};
+    for (const Look& look : palette.clusters) {
+        clusters.push_back({make_handler(look, palette.cluster_caption, CLUSTER_CAPTION),
+                            make_handler({look.fill, palette.accent.border},
+                                         palette.cluster_caption, CLUSTER_CAPTION)});
     }
     edge = make_edge_handler(palette.edge);
-    accented_edge = make_edge_handler(palette.accent);
+    accented_edge = make_edge_handler(palette.accent.border);
 }
 
 Style::~Style() = default;
 
-tamsel7::font Style::GetFont() const {
-    return {"Arial", 4, 8, 0, 0, 1.0};
-}
-
-graph_ptr2<Style::NodeHandler> Style::make_handler(const Look& look, int longest_caption) const {
+graph_ptr2<Style::NodeHandler> Style::make_handler(const Look& look, const _color& caption,
+                                                   int longest_caption) const {
     graph_ptr2<NodeHandler> handler(new NodeHandler(given_sizes), /*owns=*/true);
     CNodeDrawInfo& info = handler->drawer.info;
-    info.node_font = GetFont();
+    info.node_font = CaptionFont();
     info.max_caption_chars = longest_caption;
     info.fill_color_1 = info.fill_color_2 = look.fill;
     info.border_color = look.border;
-    info.caption_color = look.caption;
+    info.caption_color = caption;
     return handler;
 }
 
@@ -114,32 +59,15 @@ Style::EdgeHandler Style::make_edge_handler(_color color) {
     return handler;
 }
 
-/// The two innermost looks take turns in clusters that are nested deeper than there are looks.
-const Style::Wardrobe& Style::cluster_wardrobe(std::size_t depth) const {
-    const std::size_t count = clusters.size();
-    return clusters[depth < count ? depth : count - 1 - (depth - count + 1) % 2];
-}
-
 void Style::Dress(const graph_ptr2<Graph>& graph, tamsel7::IPainter* measuring_painter) const {
     leaf.usual->drawer.SetIPainter(measuring_painter);
+    std::vector<graph_ptr2<INodeHandler>> by_depth;
     for (const Wardrobe& cluster : clusters) {
         cluster.usual->drawer.SetIPainter(measuring_painter);
+        by_depth.emplace_back(cluster.usual);
     }
-    graph->SetDefaultNodeHandler(leaf.usual);
+    DressNodes(graph, leaf.usual, by_depth);
     graph->SetDefaultEdgeHandler(edge);
-    std::unordered_map<int, std::size_t> depth_inside{{graph->GetRoot().GetID(), 0}};
-    ForEachNodeIn(
-        graph->GetRoot(),
-        [&](Node node) {
-            if (node.GetOwned().GetCount() > 0) {
-                const std::size_t depth = depth_inside[node.GetOwner().GetID()];
-                depth_inside[node.GetID()] = depth + 1;
-                node.SetHandler(cluster_wardrobe(depth).usual);
-            } else if (node.GetHandler().get() != leaf.usual.get()) {
-                node.SetHandler(leaf.usual); // a cluster that lost all that it owned
-            }
-        },
-        /*post_order=*/false, /*include_self=*/false);
 }
 
 void Style::SetSize(const Node& node, tamsel7::size<double> size) {

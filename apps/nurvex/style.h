@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/nurvex/palette.h"
 #include "nurvex7/foundation/graph_ptr2.h"
 #include "nurvex7/model/graph.h"
 #include "nurvex7/platform/tamsel7/color.h"
@@ -16,19 +17,15 @@ namespace nurvex {
 /// The looks of a drawing: colours, and the handlers that draw with them.
 class Style {
 public:
-    enum class Theme { LIGHT, DARK };
-
     explicit Style(Theme theme);
     ~Style();
     Style(const Style&) = delete;
     Style& operator=(const Style&) = delete;
 
     tamsel7::_color GetBackground() const { return background; }
-    /// The font of all captions.
-    tamsel7::font GetFont() const;
 
     /// Gives the nodes and edges of a graph the handlers of this style. They measure with a painter
-    /// whose current font is GetFont.
+    /// whose current font is CaptionFont.
     ///
     /// Duty    a graph that changes its clusters is dressed again
     void Dress(const nurvex7::graph_ptr2<nurvex7::Graph>& graph,
@@ -47,21 +44,15 @@ private:
     using EdgeHandler = nurvex7::graph_ptr2<nurvex7::DummyEdgeHandler>;
     using Sizes = std::unordered_map<int, tamsel7::size<double>>;
 
-    struct Look {
-        tamsel7::_color fill;
-        tamsel7::_color border;
-        tamsel7::_color caption;
-    };
-
     /// What nodes of one kind look like, and with the accent.
     struct Wardrobe {
         nurvex7::graph_ptr2<NodeHandler> usual;
         nurvex7::graph_ptr2<NodeHandler> accented;
     };
 
-    nurvex7::graph_ptr2<NodeHandler> make_handler(const Look& look, int longest_caption) const;
+    nurvex7::graph_ptr2<NodeHandler> make_handler(const Look& look, const tamsel7::_color& caption,
+                                                  int longest_caption) const;
     static EdgeHandler make_edge_handler(tamsel7::_color color);
-    const Wardrobe& cluster_wardrobe(std::size_t depth) const;
     nurvex7::graph_ptr2<NodeHandler> accented_for(const nurvex7::Node& node) const;
 
     tamsel7::_color background;

@@ -28,9 +28,8 @@ constexpr QSize USUAL_SIZE(1100, 720);
 constexpr double ZOOM_STEP = 1.25;
 constexpr int DARK_BELOW = 128;
 
-ViewStyle::Theme theme_of(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() < DARK_BELOW ? ViewStyle::Theme::DARK
-                                                                    : ViewStyle::Theme::LIGHT;
+Theme theme_of(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() < DARK_BELOW ? Theme::DARK : Theme::LIGHT;
 }
 
 } // namespace
@@ -245,7 +244,6 @@ void ViewWindow::set_drag_mode(GraphView::DragMode mode) {
 // State
 
 void ViewWindow::count() {
-    overview->Place();
     nodes = edges = shown_nodes = 0;
     const graph_ptr2<Graph> graph = view->GetGraph();
     MarkDrawnIn(graph);

@@ -146,7 +146,7 @@ void ViewWindow::print() {
         return;
     }
     // Paper is white, whatever the desktop.
-    style.SetTheme(ViewStyle::Theme::LIGHT);
+    style.SetTheme(Theme::LIGHT);
     QPainter inner;
     if (inner.begin(&printer)) {
         const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());

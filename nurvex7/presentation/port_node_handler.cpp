@@ -56,6 +56,11 @@ PortNodeHandler::PortNodeHandler() {
 PortNodeHandler::~PortNodeHandler() = default;
 
 void PortNodeHandler::Draw(Node node, tamsel7::IPainter* painter) {
+    set_port_states(node);
+    drawer.Draw(node, painter);
+}
+
+void PortNodeHandler::set_port_states(const Node& node) {
     const bool pressed = is_pressed(node);
     const int visible_parents = CountVisibleParents(node);
     drawer.SetLeftPortState(
@@ -63,7 +68,6 @@ void PortNodeHandler::Draw(Node node, tamsel7::IPainter* painter) {
     const int visible_children = CountVisibleChildren(node);
     drawer.SetRightPortState(
         port_state(visible_children, CountAllChildren(node), pressed && right_port_pressed));
-    drawer.Draw(node, painter);
 }
 
 tamsel7::size<double> PortNodeHandler::GetSize(Node node) {

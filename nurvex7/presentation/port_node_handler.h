@@ -19,9 +19,6 @@ namespace nurvex7 {
 /// Duty    `drawer.SetIPainter` before a layout measures nodes; without a painter they have no size
 class NURVEX7_API PortNodeHandler : public INodeHandler {
 public:
-    /// What measures and draws; its `info` holds the looks.
-    CRectPortNodeDrawer drawer;
-
     PortNodeHandler();
     ~PortNodeHandler() override;
 
@@ -56,6 +53,9 @@ public:
     virtual int CountAllParents(Node node);
 
 protected:
+    /// Has the drawer show the ports of a node as they are now.
+    void set_port_states(const Node& node);
+
     /// Presses without a release yet. One handler serves many nodes; only the first entry counts.
     std::vector<Node> pressed_nodes;
     bool right_port_pressed = false;
@@ -63,6 +63,10 @@ protected:
     /// At most one: the last node but the root that had a button, a click or a tooltip. For derived
     /// handlers; nothing here reads it.
     std::vector<Node> last_node;
+
+public:
+    /// What measures and draws; its `info` holds the looks.
+    CRectPortNodeDrawer drawer;
 
 private:
     bool is_pressed(const Node& node) const;
