@@ -17,9 +17,38 @@ namespace {
 
 constexpr double SMALLEST_SCALE = 0.005;
 constexpr double LARGEST_SCALE = 16;
-constexpr double READABLE = 0.75;
+constexpr double READABLE = 0.6;   ///< captions can still be read
 constexpr double FIT_MARGIN = 16;  ///< pixel
 constexpr double WHEEL_ZOOM = 1.2; ///< for one notch
+
+/// Where a drawing begins: the leaf that is farthest to the left, and of those on one level the
+/// one that is nearest to the middle. The root where nothing is drawn.
+Node find_start(const Node& root) {
+    const auto middle_of = [](const Node& node) {
+        return QPointF(node.GetPosition().x + node.GetSize().width / 2,
+                       node.GetPosition().y + node.GetSize().height / 2);
+    };
+    const double middle = middle_of(root).y();
+    std::optional<Node> best;
+    const auto is_better = [&](const Node& node) {
+        const QPointF place = middle_of(node);
+        const QPointF other = middle_of(*best);
+        constexpr double same_level = 0.5;
+        return std::abs(place.x() - other.x()) > same_level
+                   ? place.x() < other.x()
+                   : std::abs(place.y() - middle) < std::abs(other.y() - middle);
+    };
+    ForEachNodeIn(
+        root,
+        [&](const Node& node) {
+            if (node.GetOwned().GetCount() == 0 && IsFlagSet(node, NODE_DRAWN) &&
+                (!best || is_better(node))) {
+                best.emplace(node);
+            }
+        },
+        /*post_order=*/false, /*include_self=*/false);
+    return best.value_or(root);
+}
 
 } // namespace
 
@@ -42,12 +71,24 @@ void GraphView::ShowGraph(const graph_ptr2<Graph>& graph, ViewLayout& layout) {
     layout.KeepDrawing(false);
     Fit(1.0);
     if (GetScale() < READABLE) {
-        // A large drawing begins where its edges begin; the overview shows the rest.
-        const Node root = graph->GetRoot();
-        viewer->SetScale(READABLE);
-        show_from({root.GetPosition().x - FIT_MARGIN,
-                   root.GetPosition().y + (root.GetSize().height - height() / READABLE) / 2});
+        MarkDrawnIn(graph);
+        ShowStart(find_start(graph->GetRoot()));
     }
+}
+
+/// A large drawing is shown at its natural size from where it begins; the overview shows the rest.
+void GraphView::ShowStart(const Node& node) {
+    viewer->SetScale(1);
+    CentreOn(node);
+    const Node root = GetGraph()->GetRoot();
+    const auto corner = root.GetPosition();
+    const auto size = root.GetSize();
+    const double left = node.GetPosition().x - FIT_MARGIN;
+    const double lowest = corner.y + size.height + FIT_MARGIN - height();
+    const double highest = corner.y - FIT_MARGIN;
+    show_from({left, size.height + 2 * FIT_MARGIN < height()
+                         ? (highest + lowest) / 2
+                         : std::clamp(viewer->GetStartY(), highest, lowest)});
 }
 
 void GraphView::SetDragMode(DragMode chosen) {

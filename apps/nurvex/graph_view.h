@@ -35,6 +35,8 @@ public:
 
     /// Shows a graph that is laid out already.
     void ShowGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph, ViewLayout& layout);
+    /// A node at the left side, at scale 1.
+    void ShowStart(const nurvex7::Node& node);
     void SetDragMode(DragMode mode);
     /// Lays out what is queued; a node that is given stays at its pixel.
     void Refresh(const std::optional<nurvex7::Node>& kept);

@@ -1,9 +1,11 @@
 #include "apps/nurvex/overview_pane.h"
 
 #include "nurvex7/model/graph.h"
+#include "nurvex7/platform/tamsel7/painter.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace nurvex {
 
@@ -12,13 +14,75 @@ using namespace nurvex7;
 namespace {
 
 constexpr QSize USUAL_SIZE(240, 180);
-constexpr int MARGIN = 6; ///< pixel
+constexpr int MARGIN = 8; ///< around the drawing, pixel
 
 } // namespace
 
+/// Takes the whole pane, where the overview of the library fits the drawing tightly.
+class OverviewPane::Element final : public COverviewContent {
+public:
+    using COverviewContent::COverviewContent;
+
+    void SetCoordSystem(tamsel7::IPainter* painter) override {
+        tamsel7::IPainter::MapMode mode{};
+        tamsel7::IPainter::CoordInfo info;
+        painter->GetCoordSystem(mode, &info);
+        const auto bounds = GetBounds();
+        const auto drawing =
+            viewer != nullptr ? viewer->GetGraph()->GetRoot().GetSize() : tamsel7::size<double>();
+        const double wide = std::max(1.0, drawing.width);
+        const double high = std::max(1.0, drawing.height);
+        const double zoom = std::min(std::max(1, bounds.right - 2 * MARGIN) / wide,
+                                     std::max(1, bounds.bottom - 2 * MARGIN) / high);
+        info.device_x = 0;
+        info.device_y = 0;
+        info.device_width = bounds.right;
+        info.device_height = bounds.bottom;
+        info.logical_width = bounds.right / zoom;
+        info.logical_height = bounds.bottom / zoom;
+        info.logical_x = (wide - info.logical_width) / 2;
+        info.logical_y = (high - info.logical_height) / 2;
+        painter->SetCoordSystem(tamsel7::IPainter::MapMode::MAP_LOGICAL, &info);
+    }
+
+    /// Sides of the frame that lie beyond the pane are drawn along its edge.
+    void DrawContent(tamsel7::IPainter* painter) override {
+        const auto bounds = GetBounds();
+        position first{1, 1};
+        position last{bounds.right - 1.0, bounds.bottom - 1.0};
+        DP2LP(&first);
+        DP2LP(&last);
+        const auto drawn = [](double& side, double from, double to) {
+            return std::exchange(side, std::clamp(side, from, std::max(from, to)));
+        };
+        const double left = drawn(view_left, first.x, last.x);
+        const double right = drawn(view_right, first.x, last.x);
+        const double top = drawn(view_top, first.y, last.y);
+        const double bottom = drawn(view_bottom, first.y, last.y);
+        COverviewContent::DrawContent(painter);
+        view_left = left;
+        view_right = right;
+        view_top = top;
+        view_bottom = bottom;
+    }
+
+    bool HandleButtonDown(int x, int y, int flags, tamsel7::MouseButton button) override {
+        position at{static_cast<double>(x), static_cast<double>(y)};
+        DP2LP(&at);
+        const double border = 2 / overview_zoom;
+        const bool beside = at.x < view_left - border || at.x > view_right + border ||
+                            at.y < view_top - border || at.y > view_bottom + border;
+        if (beside && button == tamsel7::MouseButton::LEFT && viewer != nullptr) {
+            const position half{(view_right - view_left) / 2, (view_bottom - view_top) / 2};
+            SetStartX(at.x - half.x);
+            SetStartY(at.y - half.y);
+        }
+        return COverviewContent::HandleButtonDown(x, y, flags, button);
+    }
+};
+
 OverviewPane::OverviewPane(QWidget* parent, IViewer* viewer)
-    : ElementWidget(parent), content(new COverviewContent(GetRoot(), viewer)) {
-    content->SetAlignment(brevolt7::Alignment::ALIGN_NONE);
+    : ElementWidget(parent), content(new Element(GetRoot(), viewer)) {
     setMinimumSize(USUAL_SIZE / 2);
 }
 
@@ -31,25 +95,14 @@ QSize OverviewPane::sizeHint() const {
     return USUAL_SIZE;
 }
 
-void OverviewPane::resizeEvent(QResizeEvent* event) {
-    ElementWidget::resizeEvent(event);
-    Place();
+COverviewContent& OverviewPane::GetContent() const {
+    return *content;
 }
 
-void OverviewPane::Place() {
-    if (content->GetViewer() == nullptr) {
-        return;
-    }
-    const auto drawing = content->GetViewer()->GetGraph()->GetRoot().GetSize();
-    const double across = std::max(1, width() - 2 * MARGIN);
-    const double down = std::max(1, height() - 2 * MARGIN);
-    const double zoom =
-        std::min(across / std::max(1.0, drawing.width), down / std::max(1.0, drawing.height));
-    const int wide = std::max(1, static_cast<int>(std::lround(drawing.width * zoom)));
-    const int high = std::max(1, static_cast<int>(std::lround(drawing.height * zoom)));
-    const int left = (width() - wide) / 2;
-    const int top = (height() - high) / 2;
-    content->SetPos({left, top, left + wide, top + high}, true);
+QPointF OverviewPane::ToPixel(QPointF place) const {
+    tamsel7::point<double> p{place.x(), place.y()};
+    content->LP2DP(&p);
+    return {p.x, p.y};
 }
 
 } // namespace nurvex

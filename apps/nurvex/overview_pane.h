@@ -6,22 +6,23 @@
 
 namespace nurvex {
 
-/// The overview in its dock: as large as it fits, without distorting the drawing.
+/// The overview in its dock: the drawing in the middle, as large as it fits and not distorted, and
+/// the whole frame, also where it reaches beyond the drawing. A press beside the frame takes the
+/// view there.
 class OverviewPane : public nurvex7::qt::ElementWidget {
 public:
     OverviewPane(QWidget* parent, nurvex7::IViewer* viewer);
     ~OverviewPane() override;
 
     QSize sizeHint() const override;
-    nurvex7::COverviewContent& GetContent() const { return *content; }
-    /// The drawing has another size.
-    void Place();
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
+    nurvex7::COverviewContent& GetContent() const;
+    /// Space   graph to pixel of the widget
+    QPointF ToPixel(QPointF place) const;
 
 private:
-    nurvex7::COverviewContent* content;
+    class Element;
+
+    Element* content;
 };
 
 } // namespace nurvex

@@ -42,7 +42,7 @@ public:
     void StartShiftProcessing(drag_rubber* rubber, position p, position same);
     void ShiftProcessing(drag_rubber* rubber, position start, position cur, position prev);
 
-private:
+protected:
     enum ShiftMode : int { SHIFT_RESIZE = 0, SHIFT_MOVE = 1 };
 
     void compute_zoom();
