@@ -41,13 +41,13 @@ rectangle<double> body_of(const Node& node) {
     return MakeDRect(corner, extent);
 }
 
-int _sign(double value) {
+int sign_of(double value) {
     return (value > 0) - (value < 0);
 }
 
 /// True where a value lies from a to b, both included. Between equal ends there is nothing.
 bool is_between(double value, double a, double b) {
-    return _sign(value - a) != _sign(value - b);
+    return sign_of(value - a) != sign_of(value - b);
 }
 
 tamsel7::pen pen_of(const tamsel7::_color& color, int width) {

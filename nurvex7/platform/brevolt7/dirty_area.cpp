@@ -68,6 +68,11 @@ pixel_rect moved(const pixel_rect& r, int dx, int dy) {
     return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
 }
 
+tamsel7::rectangle<double> to_doubles(const pixel_rect& r) {
+    return {static_cast<double>(r.left), static_cast<double>(r.top), static_cast<double>(r.right),
+            static_cast<double>(r.bottom)};
+}
+
 void DirtyArea::Add(const pixel_rect& r) {
     if (is_empty(r) || std::any_of(pieces.begin(), pieces.end(),
                                    [&](const pixel_rect& piece) { return contains(piece, r); })) {

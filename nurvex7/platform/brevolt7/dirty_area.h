@@ -16,6 +16,7 @@ pixel_rect united(const pixel_rect& a, const pixel_rect& b);
 bool is_inside(const pixel_rect& r, const tamsel7::point<int>& p);
 bool contains(const pixel_rect& outer, const pixel_rect& inner);
 pixel_rect moved(const pixel_rect& r, int dx, int dy);
+tamsel7::rectangle<double> to_doubles(const pixel_rect& r);
 
 /// The pixels of an element that have to be painted, as a handful of rectangles.
 class DirtyArea {

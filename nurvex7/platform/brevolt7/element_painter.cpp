@@ -10,11 +10,6 @@ namespace {
 
 using doubles = tamsel7::rectangle<double>;
 
-doubles to_doubles(const pixel_rect& r) {
-    return {static_cast<double>(r.left), static_cast<double>(r.top), static_cast<double>(r.right),
-            static_cast<double>(r.bottom)};
-}
-
 /// What two rectangles have in common; turned inside out becomes empty.
 doubles common(const doubles& a, const doubles& b) {
     const double left = std::max(a.left, b.left);

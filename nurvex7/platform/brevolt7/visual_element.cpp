@@ -66,13 +66,16 @@ void CVisualElement::DeleteChildren() {
 }
 
 void CVisualElement::link_to(CVisualElement* to) {
+    const CElementRef self(this);
     parent = to;
     to->children.push_back(this);
     to->AddNewChild(this);
-    if (alignment != Alignment::ALIGN_NONE) {
+    if (self && parent == to && alignment != Alignment::ALIGN_NONE) {
         to->rearrange(this);
     }
-    note_change();
+    if (self) {
+        note_change();
+    }
 }
 
 void CVisualElement::unlink() {
@@ -106,19 +109,29 @@ void CVisualElement::SetParent(CVisualElement* new_parent) {
     if (new_parent == parent) {
         return;
     }
+    const CElementRef self(this);
+    const CElementRef to(new_parent);
     CVisualElement* const old = parent;
+    const CElementRef from(old);
     IControl* const new_control = new_parent != nullptr ? new_parent->control : nullptr;
     leave_control();
-    unlink();
-    if (new_control != control) {
+    if (self) {
+        unlink();
+    }
+    if (self && new_control != control) {
         set_control(new_control);
         after_set_control();
     }
-    if (new_parent != nullptr) {
+    // Whoever hears of this may delete the element or the parent that it was to have.
+    if (self && to) {
         link_to(new_parent);
+    }
+    if (self && parent != nullptr) {
         Invalidate();
     }
-    ChangeParent(old);
+    if (self) {
+        ChangeParent(from ? old : nullptr);
+    }
 }
 
 void CVisualElement::attach(IControl* to) {

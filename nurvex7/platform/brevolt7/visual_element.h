@@ -240,6 +240,9 @@ public:
     /// Whether the element gets the focus when it is pressed, and by the tab key.
     void SetTakesFocus(bool takes);
     bool TakesFocus() const { return takes_focus; }
+    /// For an element whose HandleMouseLeave emits OnMouseLeave: nobody else does it then.
+    void SetEmitsMouseLeave(bool emits) { emits_mouse_leave = emits; }
+    bool EmitsMouseLeave() const { return emits_mouse_leave; }
     void SetCursor(CursorShape shape);
     /// The shape of the pointer over this element: its own, or its parent's while none was set.
     CursorShape GetCursor() const;
@@ -273,6 +276,8 @@ public:
     void LP2DP(tamsel7::point<double>* p);
 
 protected:
+    /// The whole window is to be painted anew.
+    void invalidate_window();
     /// For destructors whose members the children use.
     void DeleteChildren();
 
@@ -301,6 +306,7 @@ private:
     bool enabled = true;
     bool visible = true;
     bool takes_focus = false;
+    bool emits_mouse_leave = false;
     bool own_cursor = false;
     CursorShape cursor = CursorShape::ARROW;
     std::string help_id;

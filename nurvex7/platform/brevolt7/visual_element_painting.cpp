@@ -5,17 +5,15 @@
 
 namespace brevolt7 {
 
-namespace {
-
-tamsel7::rectangle<double> to_doubles(const pixel_rect& r) {
-    return {static_cast<double>(r.left), static_cast<double>(r.top), static_cast<double>(r.right),
-            static_cast<double>(r.bottom)};
-}
-
-} // namespace
-
 void CVisualElement::Invalidate() {
     InvalidateRect(GetBounds());
+}
+
+void CVisualElement::invalidate_window() {
+    if (control != nullptr) {
+        const pixel_rect client = control->GetClientRect();
+        control->InvalidateRect(client.left, client.top, client.right, client.bottom, false);
+    }
 }
 
 void CVisualElement::InvalidateRect(const tamsel7::rectangle<int>& area) {

@@ -184,7 +184,7 @@ void CWindowControl::Inside::SetHover(CVisualElement* element) {
     hovered = entered;
     if (left) {
         left->HandleMouseLeave(left.Get());
-        if (left) {
+        if (left && !left->EmitsMouseLeave()) {
             left->OnMouseLeave(left.Get());
         }
         climb(left ? left->parent : nullptr, {}, [&](const CElementRef& e, auto) {
