@@ -53,15 +53,12 @@ Node find_start(const Node& root) {
 } // namespace
 
 GraphView::GraphView(QWidget* parent)
-    : ElementWidget(parent), viewer(new CGraphViewer(GetRoot(), graph_ptr2<Graph>(), true)) {
-    CContent& content = GetContent();
+    : ElementWidget(parent),
+      viewer(new CGraphViewer(GetRoot(), graph_ptr2<Graph>(), true, &HoverContent::Make)),
+      content(static_cast<HoverContent*>(viewer->GetContent())) {
     viewer->OnChangeView.connect(this, &GraphView::HandleChangeView);
-    content.OnContextMenu.connect(this, &GraphView::HandleMenu);
-    for (brevolt7::CVisualElement* const child : content.GetChildren()) {
-        if (auto* const rubber = dynamic_cast<CContent::frame_rubber*>(child)) {
-            rubber->sig_finish.connect(this, &GraphView::HandleRectangle);
-        }
-    }
+    content->OnContextMenu.connect(this, &GraphView::HandleMenu);
+    content->GetRubberRect()->sig_finish.connect(this, &GraphView::HandleRectangle);
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -93,12 +90,11 @@ void GraphView::ShowStart(const Node& node) {
 
 void GraphView::SetDragMode(DragMode chosen) {
     mode = chosen;
-    CContent& content = GetContent();
-    content.EnableRubberRect(mode != DragMode::PAN);
+    content->EnableRubberRect(mode != DragMode::PAN);
     // The selection is made here, see HandleRectangle.
-    content.SetRubberMode(mode == DragMode::ZOOM_RECTANGLE ? RUBBER_ZOOM : RUBBER_SELECT);
-    content.SetCursor(mode == DragMode::PAN ? brevolt7::CursorShape::ARROW
-                                            : brevolt7::CursorShape::CROSS);
+    content->SetRubberMode(mode == DragMode::ZOOM_RECTANGLE ? RUBBER_ZOOM : RUBBER_SELECT);
+    content->SetCursor(mode == DragMode::PAN ? brevolt7::CursorShape::ARROW
+                                             : brevolt7::CursorShape::CROSS);
 }
 
 void GraphView::Refresh(const std::optional<Node>& kept) {
@@ -159,6 +155,17 @@ std::optional<Node> GraphView::FindNode(QPoint pixel) const {
 }
 
 // Events
+
+/// The frame of a rectangle is drawn on what stands below it: until the release, nothing else moves
+/// the view.
+bool GraphView::event(QEvent* event) {
+    const bool moves_view = event->type() == QEvent::Wheel || event->type() == QEvent::KeyPress;
+    if (moves_view && content->GetRubberRect()->dragging) {
+        event->accept();
+        return true;
+    }
+    return ElementWidget::event(event);
+}
 
 void GraphView::wheelEvent(QWheelEvent* event) {
     const double notches = event->angleDelta().y() / static_cast<double>(brevolt7::WHEEL_NOTCH);

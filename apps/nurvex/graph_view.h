@@ -1,9 +1,9 @@
 #pragma once
 
 #include "apps/nurvex/graph_opening.h"
+#include "apps/nurvex/hover_content.h"
 #include "hosts/qt/element_widget.h"
 #include "nurvex7/foundation/signal.h"
-#include "nurvex7/viewer/content.h"
 #include "nurvex7/viewer/graph_viewer.h"
 
 #include <QPointF>
@@ -30,7 +30,7 @@ public:
     explicit GraphView(QWidget* parent);
 
     nurvex7::CGraphViewer& GetViewer() const { return *viewer; }
-    nurvex7::CContent& GetContent() const { return *viewer->GetContent(); }
+    HoverContent& GetContent() const { return *content; }
     nurvex7::graph_ptr2<nurvex7::Graph> GetGraph() const { return viewer->GetGraph(); }
 
     /// Shows a graph that is laid out already.
@@ -55,6 +55,7 @@ public:
     std::optional<nurvex7::Node> FindNode(QPoint pixel) const;
 
 protected:
+    bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
@@ -66,6 +67,7 @@ private:
     void show_from(QPointF start);
 
     nurvex7::CGraphViewer* viewer;
+    HoverContent* content;
     DragMode mode = DragMode::PAN;
 };
 

@@ -4,6 +4,7 @@
 #include "nurvex7/model/queries.h"
 #include "nurvex7/platform/brevolt7/element_ref.h"
 #include "nurvex7/viewer/coords_keeper.h"
+#include "nurvex7/viewer/graph_or_empty.h"
 
 #include <algorithm>
 
@@ -13,10 +14,6 @@ using brevolt7::Alignment;
 using brevolt7::CElementRef;
 
 namespace {
-
-graph_ptr2<Graph> graph_or_empty(const graph_ptr2<Graph>& given) {
-    return given.get() != nullptr ? given : graph_ptr2<Graph>(new Graph, /*owns=*/true);
-}
 
 /// Keeps what passes a test. Handles of equal ids refuse to be assigned, so they are copied into a
 /// list of their own.
@@ -42,6 +39,7 @@ CContent::CContent(brevolt7::CVisualElement* parent_element, graph_ptr2<Graph> s
     focus_rubber->drag_enabled = false;
     focus_rubber->sig_finish.connect(this, &CContent::ChangeScrollModel);
     layout_phase = 2;
+    SetEmitsMouseLeave(true);
 }
 
 CContent::~CContent() {

@@ -93,7 +93,8 @@ public:
 
     void DrawContent(tamsel7::IPainter* painter) override;
     void SetPos(const tamsel7::rectangle<int>& place, bool repaint) override;
-    /// True, and nothing else: moves are no events of nodes. See HoverAt.
+    /// True, and nothing else: moves are no events of nodes. A subclass that follows them fills
+    /// `hovered_nodes` and `hovered_edges`, which HandleMouseLeave tells and empties.
     bool HandleMouseMove(int x, int y, int flags, tamsel7::MouseButton button) override;
     bool HandleButtonDown(int x, int y, int flags, tamsel7::MouseButton button) override;
     /// Also the click, where press and release met the same node. The node under the pointer stays
@@ -152,12 +153,6 @@ public:
     /// Has the next drag call the control's EndGrab at its end: for an application that has called
     /// StartGrab for it.
     void EndGrabAfterDrag() { grab_pending = true; }
-
-    /// Tells handlers that the pointer is on what lies at a place: HandleMouseLeave for the node
-    /// and the edges that it has left, HandleMouseHover for those that it came to, and repaints as
-    /// they ask. The library follows no moves by itself; an application that wants things to light
-    /// up calls this for each. What is under the pointer when it leaves the element is told too.
-    void HoverAt(int x, int y);
 
     // Receivers of the rubber rectangles: content_dragging.cpp
 

@@ -28,11 +28,6 @@ tamsel7::rectangle<int> normal_rect(const tamsel7::point<int>& a, const tamsel7:
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
-template <typename T>
-bool contains(const std::vector<T>& items, const T& item) {
-    return std::find(items.begin(), items.end(), item) != items.end();
-}
-
 } // namespace
 
 // Hits
@@ -197,44 +192,6 @@ void CContent::HandleMouseLeave(CVisualElement* /*who*/) {
     if (self) {
         focus_rubber->erase_by_redraw = true;
         focus_rubber->first_draw = true;
-    }
-}
-
-void CContent::HoverAt(int x, int y) {
-    if (!pressed_nodes.empty()) {
-        return; // who presses is not looking around
-    }
-    const CElementRef self(this);
-    std::vector<Node> nodes;
-    std::vector<Edge> edges;
-    if (const Node target = find_target(x, y); !IsRoot(target)) {
-        nodes.push_back(target);
-    }
-    // A leaf hides the edges under it; the ground of a cluster does not.
-    if (EdgeSet hits = HitEdgeTest(x, y, x, y);
-        hits.GetCount() > 0 && (nodes.empty() || nodes.front().GetOwned().GetCount() > 0)) {
-        edges.push_back(hits.GetItem(0));
-    }
-    const std::vector<Node> left_nodes = std::exchange(hovered_nodes, nodes);
-    const std::vector<Edge> left_edges = std::exchange(hovered_edges, edges);
-    int most = HANDLED_NOTHING;
-    const auto tell = [&](const auto& all, const auto& others, auto event, auto& redrawn) {
-        for (const auto& each : all) {
-            if (self && shows(each) && !contains(others, each)) {
-                const int result = ask(each, event);
-                if (self && result == HANDLED_REDRAW_NODE) {
-                    redrawn.push_back(each);
-                }
-                most = std::max(most, result);
-            }
-        }
-    };
-    tell(left_nodes, nodes, &INodeHandler::HandleMouseLeave, redraw_nodes);
-    tell(left_edges, edges, &IEdgeHandler::HandleMouseLeave, redraw_edges);
-    tell(nodes, left_nodes, &INodeHandler::HandleMouseHover, redraw_nodes);
-    tell(edges, left_edges, &IEdgeHandler::HandleMouseHover, redraw_edges);
-    if (self) {
-        HandleEpilogue(most);
     }
 }
 

@@ -1,21 +1,36 @@
 #include "nurvex7/viewer/graph_viewer.h"
 
+#include "nurvex7/viewer/graph_or_empty.h"
+
 namespace nurvex7 {
 
 using brevolt7::Alignment;
 using brevolt7::CScrollBox;
 using brevolt7::CVisualElement;
 
+namespace {
+
+CContent* make_plain_content(CVisualElement* parent_element, graph_ptr2<Graph> shown_graph,
+                             bool needs_coord_system) {
+    return new CContent(parent_element, shown_graph, needs_coord_system);
+}
+
+} // namespace
+
 CGraphViewer::CGraphViewer(CVisualElement* parent_element, graph_ptr2<Graph> graph,
                            bool need_coord_system)
+    : CGraphViewer(parent_element, graph, need_coord_system, &make_plain_content) {}
+
+CGraphViewer::CGraphViewer(CVisualElement* parent_element, graph_ptr2<Graph> graph,
+                           bool need_coord_system, content_maker make_content)
     : CVisualElement(parent_element, {100, 100}, Alignment::ALIGN_FILL) {
-    Init(graph, need_coord_system);
+    Init(graph, need_coord_system, make_content);
 }
 
 CGraphViewer::CGraphViewer(CVisualElement* parent_element, tamsel7::size<int> size,
                            Alignment alignment)
     : CVisualElement(parent_element, size, alignment) {
-    Init(graph_ptr2<Graph>(), /*need_coord_system=*/true);
+    Init(graph_ptr2<Graph>(), /*need_coord_system=*/true, &make_plain_content);
 }
 
 CGraphViewer::~CGraphViewer() {
@@ -24,9 +39,10 @@ CGraphViewer::~CGraphViewer() {
 
 // The bars read the content as their model, and the content moves itself through the wrapped models
 // of the box, so that the bars stay in step whoever scrolls.
-void CGraphViewer::Init(const graph_ptr2<Graph>& graph, bool need_coord_system) {
+void CGraphViewer::Init(const graph_ptr2<Graph>& graph, bool need_coord_system,
+                        content_maker make_content) {
     scroll_box = new CScrollBox(this, {100, 100}, Alignment::ALIGN_FILL);
-    content = new CContent(scroll_box, graph, need_coord_system);
+    content = make_content(scroll_box, graph, need_coord_system);
     content->OnChangeView.connect(this, &CGraphViewer::HandleOnChangeView);
     scroll_box->SetVertScroll(static_cast<brevolt7::IVertSimpleScrollModel*>(content));
     scroll_box->SetHorzScroll(static_cast<brevolt7::IHorzSimpleScrollModel*>(content));
@@ -36,8 +52,7 @@ void CGraphViewer::Init(const graph_ptr2<Graph>& graph, bool need_coord_system) 
 }
 
 void CGraphViewer::SetGraph(graph_ptr2<Graph> graph) {
-    const graph_ptr2<Graph> shown =
-        graph.get() != nullptr ? graph : graph_ptr2<Graph>(new Graph, /*owns=*/true);
+    const graph_ptr2<Graph> shown = graph_or_empty(graph);
     if (default_node_handler.get() != nullptr) {
         shown->SetDefaultNodeHandler(default_node_handler);
     }

@@ -15,10 +15,17 @@ namespace nurvex7 {
 /// Keeps   the handler, and a count of the graph
 class NURVEX7_API CGraphViewer : public IViewer, public brevolt7::CVisualElement {
 public:
+    using content_maker = CContent* (*)(brevolt7::CVisualElement* parent_element,
+                                        graph_ptr2<Graph> shown_graph, bool needs_coord_system);
+
     /// Fills its parent. An empty handle stands for an empty graph; `need_coord_system`: see
     /// CContent::SetNeedCoordSystem, mostly true.
     CGraphViewer(brevolt7::CVisualElement* parent_element, graph_ptr2<Graph> graph,
                  bool need_coord_system);
+    /// The same with a content of the application's own.
+    /// Duty    `make_content` gives a new child of the parent that it is given
+    CGraphViewer(brevolt7::CVisualElement* parent_element, graph_ptr2<Graph> graph,
+                 bool need_coord_system, content_maker make_content);
     /// With an empty graph.
     CGraphViewer(brevolt7::CVisualElement* parent_element, tamsel7::size<int> size,
                  brevolt7::Alignment alignment);
@@ -47,7 +54,7 @@ public:
     void HandleOnChangeView(tamsel7::point<double> a, tamsel7::point<double> b);
 
 private:
-    void Init(const graph_ptr2<Graph>& graph, bool need_coord_system);
+    void Init(const graph_ptr2<Graph>& graph, bool need_coord_system, content_maker make_content);
 
     CContent* content = nullptr;
     brevolt7::CScrollBox* scroll_box = nullptr;

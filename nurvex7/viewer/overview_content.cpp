@@ -203,9 +203,8 @@ void COverviewContent::ShiftProcessing(drag_rubber* /*rubber*/, position start, 
     } else {
         drag_border(start, cur, prev);
     }
-    if (self && GetControl() != nullptr) {
-        const tamsel7::rectangle<int> client = GetControl()->GetClientRect();
-        GetControl()->InvalidateRect(client.left, client.top, client.right, client.bottom, false);
+    if (self) {
+        invalidate_window();
     }
 }
 

@@ -120,8 +120,7 @@ bool CRubberRectEx<Drawer>::HandleMouseMove(int x, int y, int /*flags*/, MouseBu
     prev_end = cur_end;
     scrolled = moved_view;
     if (scrolled && GetControl() != nullptr) {
-        const tamsel7::rectangle<int> client = GetControl()->GetClientRect();
-        GetControl()->InvalidateRect(client.left, client.top, client.right, client.bottom, false);
+        invalidate_window();
     } else {
         OnChange(this, UpdateType::UPDATE_REPAINT);
     }

@@ -207,52 +207,29 @@ TEST_F(ContentEvents, TooltipsAreConvertedBothWays) {
     EXPECT_EQ(back.tip_font.size, 11);
 }
 
-TEST_F(ContentEvents, HoveringIsToldOnceAndTakenBack) {
-    const Node cluster = placed.add("cluster", {20, 50, 180, 95});
-    placed.add_to(cluster, "inner", {30, 60, 50, 90});
-    placed.link(a, b, {{60, 60}, {170, 60}}).SetCaption("over");
-    handler.other_result = HANDLED_REDRAW_NODE;
-    edge_handler.result = HANDLED_REDRAW_NODE;
-    content().RenewView(true);
-    paint();
-    struct {
-        const char* name;
-        tamsel7::point<int> at;
-        const char* notes;
-        const char* painted;
-    } const moves[] = {
-        {"onto a", {25, 25}, "hover a", "a ab"},
-        {"within a", {30, 30}, "", ""},
-        {"to the edge", {90, 30}, "leave a | hover ab", "a ab ab"},
-        {"to empty space", {90, 10}, "leave ab", "ab"},
-        {"onto a cluster", {25, 80}, "hover cluster", "cluster inner over"},
-        {"an edge over its ground", {100, 60}, "hover over", "over"},
-        {"a leaf inside", {40, 70}, "leave cluster | leave over | hover inner", ""},
-    };
-    for (const auto& m : moves) {
-        content().HoverAt(m.at.x, m.at.y);
-        EXPECT_EQ(notes(), m.notes) << m.name;
-        const std::string painted = paint();
-        if (m.painted[0] != '\0' || m.notes[0] == '\0') {
-            EXPECT_EQ(painted, m.painted) << m.name;
+TEST_F(ContentEvents, WhatASubclassFollowsIsLeftWithTheElement) {
+    struct Following : CContent {
+        using CContent::CContent;
+        using CContent::hovered_edges;
+        using CContent::hovered_nodes;
+        static CContent* Make(element* parent, graph_ptr2<Graph> graph, bool coords) {
+            return new Following(parent, graph, coords);
         }
-    }
-    press(5, 5);
+    };
+    auto* const own = new CGraphViewer(control.GetRoot(), placed.graph, true, &Following::Make);
+    auto& following = dynamic_cast<Following&>(*own->GetContent());
+    following.OnMouseLeave.connect(this, &ContentEvents::on_leave);
+    const Edge ab = a.GetEdgesOut().GetItem(0);
+    following.hovered_nodes = {a, b};
+    following.hovered_edges = {ab};
+    b.Remove();
     notes();
-    content().HoverAt(25, 25);
-    EXPECT_EQ(notes(), "") << "not during a press";
-    release(5, 5);
-    notes();
-    content().HandleMouseLeave(&content());
-    EXPECT_EQ(notes(), "leave inner | LEAVE");
-    EXPECT_EQ(extent_of_paint(), "all");
-    content().HandleMouseLeave(&content());
+    control.ProcessMouseMove(25, 25, 0, MouseButton::NONE);
+    control.ProcessMouseLeave();
+    EXPECT_EQ(notes(), "leave a | LEAVE") << "what has gone is not left, and the signal comes once";
+    control.ProcessMouseMove(25, 25, 0, MouseButton::NONE);
+    control.ProcessMouseLeave();
     EXPECT_EQ(notes(), "LEAVE");
-    content().HoverAt(25, 25);
-    a.Remove();
-    notes();
-    content().HandleMouseLeave(&content());
-    EXPECT_EQ(notes(), "LEAVE") << "who has gone is not left";
 }
 
 TEST_F(ContentEvents, TheGraphMayChangeInAnyEvent) {
@@ -278,7 +255,6 @@ TEST_F(ContentEvents, TheGraphMayChangeInAnyEvent) {
             paint();
             handler.down_result = handler.up_result = handler.click_result = handler.other_result =
                 result;
-            content().HoverAt(25, 25);
             press(25, 25);
             notes();
             const std::string start_before = start();

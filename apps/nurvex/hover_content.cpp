@@ -1,0 +1,91 @@
+#include "apps/nurvex/hover_content.h"
+
+#include "nurvex7/model/queries.h"
+#include "nurvex7/presentation/iedge_handler.h"
+#include "nurvex7/presentation/inode_handler.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace nurvex {
+
+using namespace nurvex7;
+
+namespace {
+
+/// How far lines and arrow heads reach beyond where they are. Space: pixel.
+constexpr int REACH = 8;
+
+template <typename T>
+bool contains(const std::vector<T>& items, const T& item) {
+    return std::find(items.begin(), items.end(), item) != items.end();
+}
+
+} // namespace
+
+CContent* HoverContent::Make(brevolt7::CVisualElement* parent_element,
+                             graph_ptr2<Graph> shown_graph, bool needs_coord_system) {
+    return new HoverContent(parent_element, shown_graph, needs_coord_system);
+}
+
+void HoverContent::HoverAt(int x, int y) {
+    if (!pressed_nodes.empty()) {
+        return; // who presses is not looking around
+    }
+    std::vector<Node> nodes;
+    std::vector<Edge> edges;
+    if (const Node target = find_target(x, y); !IsRoot(target)) {
+        nodes.push_back(target);
+    }
+    if (EdgeSet hits = HitEdgeTest(x, y, x, y);
+        hits.GetCount() > 0 && (nodes.empty() || nodes.front().GetOwned().GetCount() > 0)) {
+        edges.push_back(hits.GetItem(0));
+    }
+    const std::vector<Node> left_nodes = std::exchange(hovered_nodes, nodes);
+    const std::vector<Edge> left_edges = std::exchange(hovered_edges, edges);
+    // Painted over itself, a line with soft edges becomes bolder with every visit: the places are
+    // painted anew instead of what a handler asks for.
+    const auto tell = [this](const auto& all, const auto& others, auto event) {
+        for (const auto& each : all) {
+            if (shows(each) && !contains(others, each)) {
+                const auto handler = each.GetHandler();
+                if ((handler.get()->*event)(each) != HANDLED_NOTHING && shows(each)) {
+                    renew(each);
+                }
+            }
+        }
+    };
+    tell(left_nodes, nodes, &INodeHandler::HandleMouseLeave);
+    tell(left_edges, edges, &IEdgeHandler::HandleMouseLeave);
+    tell(nodes, left_nodes, &INodeHandler::HandleMouseHover);
+    tell(edges, left_edges, &IEdgeHandler::HandleMouseHover);
+}
+
+void HoverContent::renew(const Node& node) {
+    renew(MakeDRect(node.GetPosition(), node.GetSize()));
+}
+
+void HoverContent::renew(const Edge& edge) {
+    NodeSet route = edge.GetBreakNodes();
+    for (int i = 1; i < route.GetCount(); ++i) {
+        const auto a = route.GetItem(i - 1).GetPosition();
+        const auto b = route.GetItem(i).GetPosition();
+        renew({std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)});
+    }
+}
+
+void HoverContent::renew(tamsel7::rectangle<double> area) {
+    const tamsel7::point<int> a = ConvertL2P({area.left, area.top});
+    const tamsel7::point<int> b = ConvertL2P({area.right, area.bottom});
+    const tamsel7::rectangle<int> all = GetBounds();
+    const tamsel7::rectangle<int> part{std::max(all.left, std::min(a.x, all.right) - REACH),
+                                       std::max(all.top, std::min(a.y, all.bottom) - REACH),
+                                       std::min(all.right, std::max(b.x, all.left) + REACH),
+                                       std::min(all.bottom, std::max(b.y, all.top) + REACH)};
+    if (part.left < part.right && part.top < part.bottom) {
+        InvalidateRect(part);
+    }
+}
+
+} // namespace nurvex

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "nurvex7/viewer/content.h"
+
+namespace nurvex {
+
+/// A content that lights up what is under the pointer. The library follows no moves by itself.
+class HoverContent : public nurvex7::CContent {
+public:
+    using CContent::CContent;
+
+    /// For CGraphViewer.
+    static CContent* Make(brevolt7::CVisualElement* parent_element,
+                          nurvex7::graph_ptr2<nurvex7::Graph> shown_graph, bool needs_coord_system);
+
+    /// Tells the handlers what the pointer has left and what it has come to, and paints both anew.
+    /// What is under it when it leaves the element is told by HandleMouseLeave. A leaf hides the
+    /// edges under it; the ground of a cluster does not.
+    ///
+    /// Space   pixel of the element
+    void HoverAt(int x, int y);
+
+private:
+    void renew(const nurvex7::Node& node);
+    void renew(const nurvex7::Edge& edge);
+    void renew(tamsel7::rectangle<double> area);
+};
+
+} // namespace nurvex
