@@ -3,6 +3,7 @@
 #include "nurvex7/model/queries.h"
 
 #include <QCompleter>
+#include <QKeyEvent>
 #include <QStringListModel>
 
 #include <algorithm>
@@ -28,6 +29,18 @@ FindBar::FindBar(QWidget* parent) : QLineEdit(parent) {
     completer->setFilterMode(Qt::MatchContains);
     setCompleter(completer);
     connect(this, &QLineEdit::returnPressed, this, [this] { FindNext(); });
+}
+
+/// Undo and redo stay with the folds: what is typed here is short.
+bool FindBar::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* const key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
 }
 
 void FindBar::SetGraph(const graph_ptr2<Graph>& graph) {

@@ -23,6 +23,9 @@ public:
     /// The next one that fits, from the beginning again behind the last.
     void FindNext();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     struct Entry {
         QString caption;

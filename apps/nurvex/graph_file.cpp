@@ -3,7 +3,9 @@
 #include "apps/nurvex/failure.h"
 #include "nurvex7/model/text_graph.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -20,15 +22,6 @@ using nurvex7::graph_ptr2;
 namespace {
 
 constexpr const char* STANDARD_INPUT = "-";
-
-/// Lets a stream read a text where it stands: graphs can be large, and a string stream copies.
-class TextBuffer : public std::streambuf {
-public:
-    explicit TextBuffer(const std::string& text) {
-        char* const first = const_cast<char*>(text.data()); // streams never write here
-        setg(first, first, first + text.size());
-    }
-};
 
 std::string read_all(std::istream& in) {
     std::ostringstream content;
@@ -52,21 +45,52 @@ std::string read_file(const std::string& name) {
     return content;
 }
 
+/// Lets a stream read a text where it stands, since graphs can be large and a string stream copies.
+/// The text comes piece by piece, and it is told how far.
+class TextSource final : public std::streambuf {
+public:
+    TextSource(const std::string& whole, const GraphFile::Progress& told)
+        : text(whole), progress(told) {}
+
+protected:
+    int_type underflow() override {
+        if (progress && !text.empty()) {
+            progress(static_cast<double>(read) / static_cast<double>(text.size()));
+        }
+        if (read == text.size()) {
+            return traits_type::eof();
+        }
+        constexpr std::size_t piece = 1 << 15;
+        const std::size_t size = std::min(piece, text.size() - read);
+        // The buffer is only read from, but its pointers are to what could be written.
+        char* const begin = const_cast<char*>(text.data()) + read;
+        setg(begin, begin, begin + size);
+        read += size;
+        return traits_type::to_int_type(*begin);
+    }
+
+private:
+    const std::string& text;
+    const GraphFile::Progress& progress;
+    std::size_t read = 0;
+};
+
 } // namespace
 
 GraphFile::GraphFile(const std::string& given_name)
     : name(given_name == STANDARD_INPUT ? "standard input" : given_name),
       content(given_name == STANDARD_INPUT ? read_all(std::cin) : read_file(given_name)) {}
 
-std::vector<Fault> GraphFile::find_faults(GraphSize* size) const {
-    TextBuffer text(content);
-    std::istream in(&text);
+std::vector<Fault> GraphFile::find_faults(GraphSize* size, const Progress& progress) const {
+    TextSource source(content, progress);
+    std::istream in(&source);
+    in.exceptions(std::ios::badbit); // so that what `progress` throws comes through
     return check_text_graph(in, size);
 }
 
 GraphSize GraphFile::Check() const {
     GraphSize size;
-    const std::vector<Fault> faults = find_faults(&size);
+    const std::vector<Fault> faults = find_faults(&size, {});
     for (const auto& fault : faults) {
         std::cerr << name << ':' << fault.line << ": " << fault.message << '\n';
     }
@@ -76,10 +100,11 @@ GraphSize GraphFile::Check() const {
     return size;
 }
 
-graph_ptr2<Graph> GraphFile::Load() const {
+graph_ptr2<Graph> GraphFile::Load(const Progress& progress) const {
     const graph_ptr2<Graph> graph(new Graph, /*owns=*/true);
-    TextBuffer text(content);
-    std::istream in(&text);
+    TextSource source(content, progress);
+    std::istream in(&source);
+    in.exceptions(std::ios::badbit);
     if (nurvex7::Load(graph, in) == 0) {
         throw Failure(EXIT_INPUT, name + ": an edge or an owner names a node that is not there");
     }

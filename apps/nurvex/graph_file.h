@@ -4,6 +4,7 @@
 #include "nurvex7/foundation/graph_ptr2.h"
 #include "nurvex7/model/graph.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,14 +17,19 @@ public:
     /// Errors  a Failure where it cannot be read
     explicit GraphFile(const std::string& given_name);
 
+    /// Told what part of the text has been read. What it throws ends the reading.
+    using Progress = std::function<void(double)>;
+
     /// All faults. Order: by line.
-    std::vector<Fault> FindFaults() const { return find_faults(nullptr); }
+    std::vector<Fault> FindFaults(const Progress& progress = {}) const {
+        return find_faults(nullptr, progress);
+    }
     /// Looks for faults and tells each of them on standard error, with its line. Gives how large
     /// the graph is. Errors  a Failure where there are any
     GraphSize Check() const;
 
     /// A new graph at each call. Duty: the text has been checked.
-    nurvex7::graph_ptr2<nurvex7::Graph> Load() const;
+    nurvex7::graph_ptr2<nurvex7::Graph> Load(const Progress& progress = {}) const;
 
     /// The text as it was read.
     const std::string& GetContent() const { return content; }
@@ -33,7 +39,7 @@ public:
     std::string GetTitle() const;
 
 private:
-    std::vector<Fault> find_faults(GraphSize* size) const;
+    std::vector<Fault> find_faults(GraphSize* size, const Progress& progress) const;
 
     std::string name;
     std::string content;

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProgressDialog>
 
 #include <algorithm>
@@ -19,26 +20,46 @@ using namespace nurvex7;
 namespace {
 
 constexpr int DIALOGUE_AFTER = 500; ///< milliseconds
+constexpr int DIALOGUE_WIDTH = 360; ///< pixel
 constexpr int PAUSE_EVERY = 40;     ///< milliseconds
 constexpr std::size_t FAULTS_SHOWN = 8;
 
 /// Lets the dialogue live while something takes long.
 class Waiting {
 public:
-    Waiting(const QString& what, int parts, QWidget* window)
-        : dialogue(what, QStringLiteral("Cancel"), 0, parts, window) {
+    explicit Waiting(QWidget* window)
+        : dialogue(QString(), QStringLiteral("Cancel"), 0, WHOLE, window) {
+        dialogue.setWindowTitle(QStringLiteral("nurvex"));
         dialogue.setWindowModality(Qt::ApplicationModal);
         dialogue.setMinimumDuration(DIALOGUE_AFTER);
+        dialogue.setMinimumWidth(DIALOGUE_WIDTH);
+        dialogue.setAutoReset(false);
         dialogue.setValue(0);
         clock.start();
     }
 
-    void Pause(int parts_done) {
-        if (clock.elapsed() < PAUSE_EVERY) {
-            return;
+    /// What is done from now on, and up to where it fills the bar.
+    void Begin(const QString& what, double until) {
+        dialogue.setLabelText(what);
+        begin = end;
+        end = until;
+        show(0);
+    }
+
+    /// `part` of the stage is done. Not more often shown than the eye can follow.
+    void Pause(double part) {
+        if (clock.elapsed() >= PAUSE_EVERY) {
+            show(part);
         }
+    }
+
+private:
+    static constexpr int WHOLE = 1000;
+
+    void show(double part) {
         clock.restart();
-        dialogue.setValue(std::min(parts_done, dialogue.maximum() - 1));
+        const double all = begin + std::min(1.0, part) * (end - begin);
+        dialogue.setValue(std::min(WHOLE - 1, static_cast<int>(all * WHOLE)));
         // Until the dialogue is up, nothing keeps input from the window.
         QApplication::processEvents(dialogue.isVisible() ? QEventLoop::AllEvents
                                                          : QEventLoop::ExcludeUserInputEvents);
@@ -47,9 +68,10 @@ public:
         }
     }
 
-private:
     QProgressDialog dialogue;
     QElapsedTimer clock;
+    double begin = 0;
+    double end = 0;
 };
 
 int count_owners(const Graph& graph) {
@@ -61,8 +83,9 @@ int count_owners(const Graph& graph) {
     return owners;
 }
 
-void refuse_faulty(const GraphFile& file) {
-    const std::vector<Fault> faults = file.FindFaults();
+void refuse_faulty(const GraphFile& file, Waiting& waiting) {
+    const std::vector<Fault> faults =
+        file.FindFaults([&waiting](double part) { waiting.Pause(part); });
     if (faults.empty()) {
         return;
     }
@@ -76,13 +99,11 @@ void refuse_faulty(const GraphFile& file) {
     throw Failure(EXIT_INPUT, text + "\n\nMend these lines and open the file again.");
 }
 
-} // namespace
-
-graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spacing,
-                              tamsel7::IPainter* painter, QWidget* window) {
+graph_ptr2<ViewLayout> lay_out(const graph_ptr2<Graph>& graph, const Spacing& spacing,
+                               tamsel7::IPainter* painter, Waiting& waiting) {
     const graph_ptr2<ViewLayout> layout(new ViewLayout(spacing), /*owns=*/true);
-    Waiting waiting(QStringLiteral("Laying out\u2026"), count_owners(*graph), window);
-    layout->SetPause([&waiting](int owners_done) { waiting.Pause(owners_done); });
+    const double steps = static_cast<double>(count_owners(*graph)) * layout->CountSteps();
+    layout->SetPause([&waiting, steps](int done) { waiting.Pause(done / steps); });
     graph->SetDefaultLayout(layout);
     graph->GetRoot().MakeLayout();
     try {
@@ -98,14 +119,28 @@ graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spa
     return layout;
 }
 
+} // namespace
+
+graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spacing,
+                              tamsel7::IPainter* painter, QWidget* window) {
+    Waiting waiting(window);
+    waiting.Begin(QStringLiteral("Laying out\u2026"), 1);
+    return lay_out(graph, spacing, painter, waiting);
+}
+
 OpenedGraph OpenGraphFile(const QString& path, const ViewStyle& style, const Spacing& spacing,
                           tamsel7::IPainter* painter, QWidget* window) {
+    Waiting waiting(window);
+    const QString name = QFileInfo(path).fileName();
+    waiting.Begin(QStringLiteral("Checking %1\u2026").arg(name), 0.1);
     const GraphFile file(path.toStdString());
-    refuse_faulty(file);
+    refuse_faulty(file, waiting);
     OpenedGraph opened;
-    opened.graph = file.Load();
+    waiting.Begin(QStringLiteral("Reading %1\u2026").arg(name), 0.3);
+    opened.graph = file.Load([&waiting](double part) { waiting.Pause(part); });
+    waiting.Begin(QStringLiteral("Laying out %1\u2026").arg(name), 1);
     style.Dress(opened.graph, painter);
-    opened.layout = LayOut(opened.graph, spacing, painter, window);
+    opened.layout = lay_out(opened.graph, spacing, painter, waiting);
     opened.milliseconds = opened.layout->TakeMilliseconds();
     return opened;
 }

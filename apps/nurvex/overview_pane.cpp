@@ -14,7 +14,8 @@ using namespace nurvex7;
 namespace {
 
 constexpr QSize USUAL_SIZE(240, 180);
-constexpr int MARGIN = 8; ///< around the drawing, pixel
+constexpr int MARGIN = 8;         ///< around the drawing, pixel
+constexpr int SMALLEST_FRAME = 6; ///< pixel
 
 } // namespace
 
@@ -48,22 +49,33 @@ public:
     /// Sides of the frame that lie beyond the pane are drawn along its edge.
     void DrawContent(tamsel7::IPainter* painter) override {
         const auto bounds = GetBounds();
+        if (viewer == nullptr || viewer->GetGraph()->GetRoot().GetOwned().GetCount() == 0) {
+            draw_ground(painter);
+            return;
+        }
         position first{1, 1};
         position last{bounds.right - 1.0, bounds.bottom - 1.0};
         DP2LP(&first);
         DP2LP(&last);
+        const double smallest = SMALLEST_FRAME * (last.x - first.x) / std::max(1, bounds.right);
         const auto drawn = [](double& side, double from, double to) {
             return std::exchange(side, std::clamp(side, from, std::max(from, to)));
         };
-        const double left = drawn(view_left, first.x, last.x);
-        const double right = drawn(view_right, first.x, last.x);
-        const double top = drawn(view_top, first.y, last.y);
-        const double bottom = drawn(view_bottom, first.y, last.y);
+        const double left = drawn(view_left, first.x, last.x - smallest);
+        const double right = drawn(view_right, view_left + smallest, last.x);
+        const double top = drawn(view_top, first.y, last.y - smallest);
+        const double bottom = drawn(view_bottom, view_top + smallest, last.y);
         COverviewContent::DrawContent(painter);
         view_left = left;
         view_right = right;
         view_top = top;
         view_bottom = bottom;
+    }
+
+    void draw_ground(tamsel7::IPainter* painter) const {
+        const auto area = painter->GetDrawArea();
+        painter->SetBrush({GetBkColor(), 1});
+        painter->FillRect(area.left, area.top, area.right, area.bottom);
     }
 
     bool HandleButtonDown(int x, int y, int flags, tamsel7::MouseButton button) override {

@@ -30,6 +30,20 @@ std::string name_of(const Node& node) {
     return caption.empty() ? "(no caption)" : caption;
 }
 
+/// A line of its own, such as "3 children, 2 of them folded away"; nothing where there are none.
+std::string neighbours_in_words(const char* one, const char* many, int all, int shown) {
+    if (all == 0) {
+        return {};
+    }
+    std::string line = "\n" + std::to_string(all) + " " + (all == 1 ? one : many);
+    if (shown == 0) {
+        line += ", folded away";
+    } else if (shown < all) {
+        line += ", " + std::to_string(all - shown) + " of them folded away";
+    }
+    return line;
+}
+
 tamsel7::pen pen_of(const _color& color, double width) {
     return {color, std::max(1, static_cast<int>(std::lround(width))), 1, 0, 0};
 }
@@ -54,13 +68,18 @@ public:
         : palette(colours), info(node_info), node(leaf), painter(on),
           place(MakeDRect(leaf.GetPosition(), leaf.GetSize())), height(place.bottom - place.top) {}
 
-    void Draw() {
+    bool IsTiny() const { return height * info.zoom < LOWEST_IN_FULL; }
+
+    /// At least a pixel, so that none is lost.
+    void DrawBlock() {
+        const double pixel = 1 / info.zoom;
+        painter.SetBrush(brush_of(find_look().border));
+        painter.FillRect(place.left, place.top, std::max(place.right, place.left + pixel),
+                         std::max(place.bottom, place.top + pixel));
+    }
+
+    void DrawInFull() {
         const Look look = find_look();
-        if (height * info.zoom < LOWEST_IN_FULL) {
-            painter.SetBrush(brush_of(look.border));
-            painter.FillRect(place.left, place.top, place.right, place.bottom);
-            return;
-        }
         // The ports sit on the ends of the body, by half their breadth.
         const double end = height * PORT / 2;
         painter.SetPen(pen_of(look.border, info.border_width));
@@ -149,20 +168,30 @@ void ViewNodeHandler::SetColours(const Palette& given, const Look& usual, const 
     info.caption_color = caption;
 }
 
-/// Near scale 1 drawers take the font that the painter has: here it always has the right one.
 void ViewNodeHandler::Draw(Node node, tamsel7::IPainter* painter) {
-    if (painter == nullptr) {
-        return;
+    if (painter == nullptr || IsRoot(node)) {
+        return; // the root is the ground of it all
     }
-    tamsel7::font scaled = drawer.info.node_font;
-    scaled.factor = drawer.info.zoom;
-    painter->SetFont(scaled);
     if (node.GetOwned().GetCount() > 0) {
+        set_font(*painter);
         FoldHandler::Draw(node, painter);
     } else if (IsFlagSet(node, NODE_DRAWN)) {
+        LeafPainter leaf(palette, drawer.info, node, *painter);
+        if (leaf.IsTiny()) {
+            leaf.DrawBlock();
+            return;
+        }
+        set_font(*painter);
         set_port_states(node);
-        LeafPainter(palette, drawer.info, node, *painter).Draw();
+        leaf.DrawInFull();
     }
+}
+
+/// Near scale 1 drawers take the font that the painter has: here it always has the right one.
+void ViewNodeHandler::set_font(tamsel7::IPainter& painter) const {
+    tamsel7::font scaled = drawer.info.node_font;
+    scaled.factor = drawer.info.zoom;
+    painter.SetFont(scaled);
 }
 
 void ViewNodeHandler::measure_at_scale_1() {
@@ -182,6 +211,18 @@ tamsel7::size<double> ViewNodeHandler::GetSize(Node node) {
 SizeAndOrigin ViewNodeHandler::GetSize(Node node, tamsel7::size<double> inner) {
     measure_at_scale_1();
     return FoldHandler::GetSize(node, inner);
+}
+
+int ViewNodeHandler::HandleOnTooltip(Node node, CGraphTooltipEvent* event) {
+    const int result = FoldHandler::HandleOnTooltip(node, event);
+    if (result != HANDLED_NOTHING) {
+        event->text = name_of(node);
+        event->text += neighbours_in_words("parent", "parents", CountAllParents(node),
+                                           CountVisibleParents(node));
+        event->text += neighbours_in_words("child", "children", CountAllChildren(node),
+                                           CountVisibleChildren(node));
+    }
+    return result;
 }
 
 void ViewNodeHandler::HandleFolded(const Node& node, const std::vector<VisibilityChange>& changes) {

@@ -25,6 +25,8 @@ public:
     /// The caption keeps its room beside the ports.
     tamsel7::size<double> GetSize(nurvex7::Node node) override;
     nurvex7::SizeAndOrigin GetSize(nurvex7::Node node, tamsel7::size<double> inner) override;
+    /// The whole caption, and how many neighbours there are on either side.
+    int HandleOnTooltip(nurvex7::Node node, nurvex7::CGraphTooltipEvent* event) override;
 
 protected:
     void HandleFolded(const nurvex7::Node& node,
@@ -34,6 +36,7 @@ private:
     class LeafPainter;
 
     void measure_at_scale_1();
+    void set_font(tamsel7::IPainter& painter) const;
 
     Palette palette;
 };

@@ -15,7 +15,6 @@ public:
     Stopwatch(const Stopwatch&) = delete;
     Stopwatch& operator=(const Stopwatch&) = delete;
     ~Stopwatch() {
-        ++layout.owners_done;
         if (--layout.depth == 0) {
             layout.spent += std::chrono::steady_clock::now() - started;
         }
@@ -42,13 +41,13 @@ void ViewLayout::pause_between(std::vector<phase_t>& phases) {
 
 void ViewLayout::let_others_run() {
     if (pause) {
-        pause(owners_done);
+        pause(steps_done++);
     }
 }
 
 void ViewLayout::SetPause(Pause taken) {
     pause = std::move(taken);
-    owners_done = 0;
+    steps_done = 0;
 }
 
 double ViewLayout::TakeMilliseconds() {

@@ -13,14 +13,16 @@ namespace nurvex {
 /// being opened, lets others have their turn.
 class ViewLayout : public SeriesLayout {
 public:
-    /// Called between the steps of a layout, with the number of owners that are done. What it
-    /// throws ends the layout; the graph is not to be used any more then.
+    /// Called before each step of a layout, with the number of steps that are done. What it throws
+    /// ends the layout; the graph is not to be used any more then.
     using Pause = std::function<void(int)>;
 
     explicit ViewLayout(const Spacing& spacing);
 
     /// An empty one takes it away.
     void SetPause(Pause taken);
+    /// The steps of laying out one owner anew.
+    int CountSteps() const { return static_cast<int>(make_phases.size()) / 2; }
     /// What laying out took since the last question.
     double TakeMilliseconds();
 
@@ -41,7 +43,7 @@ private:
     Pause pause;
     bool keeps_drawing = false;
     int depth = 0;
-    int owners_done = 0;
+    int steps_done = 0;
     std::chrono::duration<double, std::milli> spent{0};
 };
 

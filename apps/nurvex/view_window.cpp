@@ -8,12 +8,14 @@
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
+#include <QVBoxLayout>
 
 #include <cmath>
 #include <utility>
@@ -27,6 +29,7 @@ namespace {
 constexpr QSize USUAL_SIZE(1100, 720);
 constexpr double ZOOM_STEP = 1.25;
 constexpr int DARK_BELOW = 128;
+constexpr int PALE = 140; ///< of 255: text that stands in for what will be typed
 
 Theme theme_of(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < DARK_BELOW ? Theme::DARK : Theme::LIGHT;
@@ -48,8 +51,8 @@ ViewWindow::ViewWindow()
     make_edit_menu();
     make_view_menu();
     make_graph_menu();
-    menuBar()->actions().last()->menu()->addSeparator();
-    menuBar()->actions().last()->menu()->addAction(dock->toggleViewAction());
+    view_menu->addSeparator();
+    view_menu->addAction(dock->toggleViewAction());
     make_tool_bar();
     make_status_bar();
 
@@ -73,6 +76,8 @@ ViewWindow::ViewWindow()
         QMetaObject::invokeMethod(
             this, [this] { count(); }, Qt::QueuedConnection);
     });
+    style.Dress(view->GetGraph(), view->GetPainter());
+    make_hint();
     follow_palette();
     restore_state();
     update_status();
@@ -103,7 +108,7 @@ void ViewWindow::make_file_menu() {
     add(menu, "open", "&Open\u2026", QKeySequence::Open, [this] { ask_and_open(); });
     recent = menu.addMenu(QStringLiteral("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this] { fill_recent(); });
-    add(menu, "reload", "&Reload", Qt::Key_F5, [this] {
+    add(menu, "reload", "Re&load", Qt::Key_F5, [this] {
         if (!path.isEmpty()) {
             Open(path);
         }
@@ -147,7 +152,8 @@ void ViewWindow::make_edit_menu() {
 }
 
 void ViewWindow::make_view_menu() {
-    QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
+    view_menu = menuBar()->addMenu(QStringLiteral("&View"));
+    QMenu& menu = *view_menu;
     add(menu, "zoom_in", "Zoom &In", QKeySequence::ZoomIn, [this] { view->Zoom(ZOOM_STEP); });
     add(menu, "zoom_out", "Zoom &Out", QKeySequence::ZoomOut,
         [this] { view->Zoom(1 / ZOOM_STEP); });
@@ -177,7 +183,7 @@ void ViewWindow::make_graph_menu() {
         [this] { fold(FOLD_CHILDREN, /*away=*/true); });
     add(menu, "unfold_parents", "Unfold P&arents", Qt::CTRL | Qt::SHIFT | Qt::Key_Left,
         [this] { fold(FOLD_PARENTS, /*away=*/false); });
-    add(menu, "unfold_children", "Unfold C&hildren", Qt::CTRL | Qt::SHIFT | Qt::Key_Right,
+    add(menu, "unfold_children", "Unfold Childr&en", Qt::CTRL | Qt::SHIFT | Qt::Key_Right,
         [this] { fold(FOLD_CHILDREN, /*away=*/false); });
     menu.addSeparator();
     add(menu, "hide", "&Hide", Qt::CTRL | Qt::Key_H, [this] { hide_selected(); });
@@ -218,11 +224,21 @@ void ViewWindow::make_tool_bar() {
     put("hide", nullptr);
     put("show_all", "Show All");
     put("undo", "Undo");
-    bar.addSeparator();
     auto* const gap = new QWidget(&bar);
     gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar.addWidget(gap);
     bar.addWidget(find);
+}
+
+/// What to do while nothing is shown.
+void ViewWindow::make_hint() {
+    hint = new QLabel(QStringLiteral("Open a text graph with %1, or drop one here.")
+                          .arg(QKeySequence(QKeySequence::Open).toString(QKeySequence::NativeText)),
+                      view);
+    hint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    hint->setEnabled(false);
+    auto* const centre = new QVBoxLayout(view);
+    centre->addWidget(hint, 0, Qt::AlignCenter);
 }
 
 void ViewWindow::make_status_bar() {
@@ -307,7 +323,23 @@ void ViewWindow::follow_palette() {
     colours.setColor(QPalette::Base, QColor(ground.red, ground.green, ground.blue));
     view->setPalette(colours);
     overview->setPalette(colours);
+    // Some desktops leave out this one, and black on black is not read.
+    QColor pale = palette().color(QPalette::Text);
+    pale.setAlpha(PALE);
+    QPalette of_field = palette();
+    of_field.setColor(QPalette::PlaceholderText, pale);
+    find->setPalette(of_field);
     theme_changing = false;
+}
+
+/// The escape key gives up a rectangle, and a search: what follows is for the view again.
+void ViewWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        set_drag_mode(GraphView::DragMode::PAN);
+        view->setFocus();
+        return;
+    }
+    QMainWindow::keyPressEvent(event);
 }
 
 /// Files that are dropped anywhere on the window are opened.

@@ -46,6 +46,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     using VisibilityWork = std::function<void(const nurvex7::Node&)>;
@@ -58,6 +59,7 @@ private:
     void make_graph_menu();
     void make_tool_bar();
     void make_status_bar();
+    void make_hint();
     void restore_state();
 
     // Files: view_window_files.cpp
@@ -103,7 +105,9 @@ private:
     double layout_milliseconds = 0;
 
     QMenu* recent = nullptr;
+    QMenu* view_menu = nullptr;
     QMenu* graph_menu = nullptr;
+    QLabel* hint = nullptr;
     QAction* zoom_rectangle = nullptr;
     QAction* select_rectangle = nullptr;
     QLabel* counts = nullptr;

@@ -58,6 +58,7 @@ void ViewWindow::show_opened(const OpenedGraph& opened, const QString& file) {
     layout = opened.layout;
     layout_milliseconds = opened.milliseconds;
     path = file;
+    hint->hide();
     view->ShowGraph(opened.graph, *layout);
     style.Undress(before);
     find->SetGraph(opened.graph);

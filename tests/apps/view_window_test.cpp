@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QSettings>
 #include <QStatusBar>
 #include <QSvgRenderer>
@@ -206,6 +207,15 @@ TEST_F(ViewWindowTest, ClicksOnAPortFoldAndUnfoldAndUndoTakesThemBack) {
     click(right_port_of(payment));
     EXPECT_EQ(hidden(), "");
     EXPECT_EQ(corner_of(payment), before);
+    const tamsel7::_color fresh = PaletteOf(Theme::LIGHT).fresh.fill;
+    for (const char* caption : {"basket", "stock"}) {
+        const QPoint below_caption(0, static_cast<int>(0.38 * node(caption).GetSize().height));
+        const QColor seen =
+            view().GetPicture().pixelColor(middle_of(node(caption)) + below_caption);
+        EXPECT_EQ(seen == QColor(fresh.red, fresh.green, fresh.blue),
+                  std::string(caption) == "stock")
+            << caption;
+    }
 
     act("undo");
     EXPECT_EQ(hidden(), "stock mail ");
@@ -248,6 +258,15 @@ TEST_F(ViewWindowTest, PansZoomsAndFits) {
     EXPECT_LE((middle_of(browser) - at).manhattanLength(), 2);
     EXPECT_TRUE(status().contains(QString::number(std::lround(144 * scale)) + " %"));
 
+    for (int i = 0; i < 5; ++i) {
+        act("zoom_in");
+    }
+    const double wheel_from = v.GetViewer().GetStartX();
+    QWheelEvent scroll(at, v.mapToGlobal(QPointF(at)), {}, {0, 120}, Qt::NoButton,
+                       Qt::ShiftModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&v, &scroll);
+    EXPECT_NEAR(v.GetViewer().GetStartX(), wheel_from - 48 / v.GetScale(), 1e-9);
+
     const double start = v.GetViewer().GetStartX();
     QKeyEvent key(QEvent::KeyPress, Qt::Key_Left, {});
     v.setFocus();
@@ -279,7 +298,10 @@ TEST_F(ViewWindowTest, RectanglesZoomAndSelect) {
     drag(view(), from, from + QPoint(120, 90));
     EXPECT_GT(view().GetScale(), before * 2);
     EXPECT_LE((corner_of(node("shop")) - QPoint()).manhattanLength(), 30);
-    // One rectangle, then a drag pans again.
+    // One rectangle, then a drag pans again; so it does when the rectangle was given up.
+    act("select_rectangle");
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+    QApplication::sendEvent(&window, &escape);
     const QPoint stands = corner_of(node("shop"));
     drag(view(), {300, 300}, {320, 310});
     EXPECT_EQ(corner_of(node("shop")) - stands, QPoint(20, 10));
@@ -298,7 +320,10 @@ TEST_F(ViewWindowTest, DragsNodesOnlyWhereThatIsAllowed) {
 
 TEST_F(ViewWindowTest, LightsUpAndTellsWhatIsUnderThePointer) {
     const Node basket = node("basket");
-    EXPECT_EQ(tip_at(middle_of(basket)), "basket");
+    mouse(view(), QEvent::MouseMove, {1, 1}, Qt::NoButton, Qt::NoButton);
+    settle();
+    const QImage untouched = view().GetPicture().copy();
+    EXPECT_EQ(tip_at(middle_of(basket)), "basket\n1 parent\n1 child");
     EXPECT_TRUE(IsFlagSet(basket, NODE_HOVERED));
     Edge edge = node("browser").GetEdgesOut().GetItem(0);
     NodeSet route = edge.GetBreakNodes();
@@ -309,6 +334,8 @@ TEST_F(ViewWindowTest, LightsUpAndTellsWhatIsUnderThePointer) {
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&view(), &leave);
     EXPECT_FALSE(IsFlagSet(edge, EDGE_HOVERED));
+    settle();
+    EXPECT_EQ(view().GetPicture(), untouched) << "no line becomes bolder by being visited";
 }
 
 TEST_F(ViewWindowTest, TheOverviewMovesAndResizesWhatIsSeen) {
@@ -328,6 +355,11 @@ TEST_F(ViewWindowTest, TheOverviewMovesAndResizesWhatIsSeen) {
     const QPointF moved = (view().GetVisibleArea().topLeft() - before) * zoom;
     EXPECT_NEAR(moved.x(), 12, 1);
     EXPECT_NEAR(moved.y(), 6, 1);
+
+    // A press beside the frame takes the view there.
+    const QPoint beside = overview.rect().center() + QPoint(0, overview.height() / 3);
+    drag(overview, beside, beside);
+    EXPECT_LE((frame().center() - beside).manhattanLength(), 2);
 
     const double scale = view().GetScale();
     const QRectF now = frame();
@@ -357,6 +389,56 @@ TEST_F(ViewWindowTest, FindsNodesAndShowsThemAgain) {
     EXPECT_EQ(selected(), "payment ");
     act("to_parent");
     EXPECT_EQ(selected(), "basket ");
+}
+
+/// Small drawings are shown whole, large ones at a readable scale from their first node on, which
+/// is far from the middle of their left side here.
+TEST_F(ViewWindowTest, OpensWhereADrawingBegins) {
+    const QRectF all(0, 0, view().width(), view().height());
+    const Node root = view().GetGraph()->GetRoot();
+    const QRectF shown(pixel(root.GetPosition().x, root.GetPosition().y),
+                       QSizeF(root.GetSize().width, root.GetSize().height) * view().GetScale());
+    EXPECT_TRUE(all.contains(shown));
+    EXPECT_LE((shown.center() - all.center()).manhattanLength(), 4);
+
+    QByteArray text("fan\n[nodes]\n1 \"start\" 0 0\n");
+    QByteArray edges("[edges]\n");
+    for (int i = 2; i < 90; ++i) {
+        const QByteArray id = QByteArray::number(i);
+        text += id + " \"n" + id + "\" 0 0\n";
+        edges += QByteArray::number(i < 30 ? i - 1 : 29) + " " + id + " \"\"\n";
+    }
+    write("fan.txt", text + edges);
+    ASSERT_TRUE(window.Open(file("fan.txt")));
+    settle();
+    EXPECT_EQ(view().GetScale(), 1.0);
+    EXPECT_LT(corner_of(node("start")).x(), 40);
+    EXPECT_LE(std::abs(middle_of(node("start")).y() - view().height() / 2), 2);
+    // The frame of the overview is painted whole, at the place where it is dragged.
+    const QRectF seen = view().GetVisibleArea();
+    const OverviewPane& overview = window.GetOverview();
+    const QPoint corner = overview.ToPixel(seen.topLeft()).toPoint();
+    const QColor frame = overview.GetPicture().pixelColor(corner.x(), corner.y() + 4);
+    EXPECT_GT(frame.red(), frame.green() + 80);
+}
+
+TEST_F(ViewWindowTest, AnOpeningCanBeCancelledInEachStage) {
+    const QPoint stands = corner_of(node("payment"));
+    for (const char* stage : {"Checking", "Reading", "Laying out"}) {
+        QTimer impatient;
+        QObject::connect(&impatient, &QTimer::timeout, [this, stage] {
+            auto* const waiting = window.findChild<QProgressDialog*>();
+            if (waiting != nullptr && waiting->labelText().startsWith(QLatin1String(stage))) {
+                waiting->cancel();
+            }
+        });
+        impatient.start(0);
+        EXPECT_FALSE(window.Open(file("shop.txt"))) << stage;
+        impatient.stop();
+        settle();
+        EXPECT_EQ(corner_of(node("payment")), stands) << stage;
+    }
+    EXPECT_TRUE(window.Open(file("shop.txt")));
 }
 
 TEST_F(ViewWindowTest, OtherSpacingKeepsWhatIsFoldedAway) {
