@@ -119,12 +119,13 @@ void CVisualElement::SetParent(CVisualElement* new_parent) {
         unlink();
     }
     if (self && new_control != control) {
-        set_control(new_control);
-        after_set_control();
+        attach(new_control);
     }
     // Whoever hears of this may delete the element or the parent that it was to have.
     if (self && to) {
         link_to(new_parent);
+    } else if (self && control != nullptr) {
+        attach(nullptr);
     }
     if (self && parent != nullptr) {
         Invalidate();
@@ -135,21 +136,26 @@ void CVisualElement::SetParent(CVisualElement* new_parent) {
 }
 
 void CVisualElement::attach(IControl* to) {
+    const CElementRef self(this);
     set_control(to);
-    after_set_control();
+    if (self) {
+        after_set_control();
+    }
 }
 
 void CVisualElement::set_control(IControl* to) {
+    const CElementRef self(this);
     control = to;
     ProcessSetControl(to);
-    for (std::size_t i = 0; i < children.size(); ++i) {
+    for (std::size_t i = 0; self && i < children.size(); ++i) {
         children[i]->set_control(to);
     }
 }
 
 void CVisualElement::after_set_control() {
+    const CElementRef self(this);
     AfterSetControl();
-    for (std::size_t i = 0; i < children.size(); ++i) {
+    for (std::size_t i = 0; self && i < children.size(); ++i) {
         children[i]->after_set_control();
     }
 }

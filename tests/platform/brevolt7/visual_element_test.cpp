@@ -1,5 +1,6 @@
 // The tree of elements: places, parents, coordinates.
 #include "nurvex7/platform/brevolt7/central_part.h"
+#include "nurvex7/platform/brevolt7/element_ref.h"
 #include "nurvex7/platform/brevolt7/visual_element.h"
 #include "tests/support/stage.h"
 
@@ -116,6 +117,41 @@ TEST(VisualElement, AnElementMovesBetweenParentsAndWindows) {
     first->focus_target = outer;
     delete outer;
     EXPECT_EQ(first->focus_target, nullptr);
+}
+
+/// Deletes an element as soon as it has come, or another one as soon as it is about to.
+struct Trap : CVisualElement {
+    Trap(CVisualElement* parent_element, bool kills)
+        : CVisualElement(parent_element, {5, 5}, Alignment::ALIGN_TOP), kills_children(kills) {}
+    void AddNewChild(CVisualElement* child) override {
+        if (kills_children) {
+            delete child;
+        }
+    }
+    void ProcessSetControl(IControl* new_control) override {
+        if (new_control != nullptr) {
+            delete goal.Get();
+        }
+    }
+    bool kills_children;
+    CElementRef goal;
+};
+
+TEST(VisualElement, AnElementOrItsNewParentMayDieInTheMove) {
+    Stage stage;
+    auto* const deadly = new Trap(stage.control->GetRoot(), true);
+    auto* const victim = new Trap(nullptr, false);
+    const CElementRef gone(victim);
+    victim->SetParent(deadly);
+    EXPECT_FALSE(gone);
+    EXPECT_TRUE(deadly->GetChildren().empty());
+
+    auto* const homeless = new Trap(nullptr, false);
+    homeless->goal = CElementRef(new Trap(stage.control->GetRoot(), false));
+    homeless->SetParent(homeless->goal.Get());
+    EXPECT_EQ(homeless->parent, nullptr);
+    EXPECT_EQ(homeless->GetControl(), nullptr);
+    delete homeless;
 }
 
 /// A model of plain fields.
