@@ -70,10 +70,10 @@ public:
 
     bool IsTiny() const { return height * info.zoom < LOWEST_IN_FULL; }
 
-    /// At least a pixel, so that none is lost.
+    /// At least a pixel, so that none is lost. An overview is not painted anew for the pointer.
     void DrawBlock() {
         const double pixel = 1 / info.zoom;
-        painter.SetBrush(brush_of(find_look().border));
+        painter.SetBrush(brush_of(lasting_look().border));
         painter.FillRect(place.left, place.top, std::max(place.right, place.left + pixel),
                          std::max(place.bottom, place.top + pixel));
     }
@@ -95,15 +95,19 @@ public:
     }
 
 private:
+    const Look& lasting_look() const {
+        return IsFlagSet(node, NODE_SELECTED) ? palette.selected
+               : IsFlagSet(node, NODE_NEW)    ? palette.fresh
+                                              : palette.leaf;
+    }
+
     Look find_look() const {
-        const Look& usual = IsFlagSet(node, NODE_SELECTED) ? palette.selected
-                            : IsFlagSet(node, NODE_NEW)    ? palette.fresh
-                                                           : palette.leaf;
-        const bool marked = IsFlagSet(node, NODE_SELECTED) || IsFlagSet(node, NODE_NEW);
-        if (IsFlagSet(node, NODE_HOVERED)) {
-            return {marked ? usual.fill : palette.hovered.fill, palette.hovered.border};
+        const Look& usual = lasting_look();
+        if (!IsFlagSet(node, NODE_HOVERED)) {
+            return usual;
         }
-        return usual;
+        const bool plain = &usual == &palette.leaf;
+        return {plain ? palette.hovered.fill : usual.fill, palette.hovered.border};
     }
 
     /// A minus where all neighbours are shown, a plus where none is, and an arrow head that points
