@@ -66,8 +66,13 @@ void GraphView::ShowGraph(const graph_ptr2<Graph>& graph, ViewLayout& layout) {
     layout.KeepDrawing(true);
     viewer->SetGraph(graph);
     layout.KeepDrawing(false);
+    ShowWhole();
+}
+
+void GraphView::ShowWhole() {
     Fit(1.0);
     if (GetScale() < READABLE) {
+        const graph_ptr2<Graph> graph = GetGraph();
         MarkDrawnIn(graph);
         ShowStart(find_start(graph->GetRoot()));
     }

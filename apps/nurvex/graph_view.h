@@ -35,6 +35,8 @@ public:
 
     /// Shows a graph that is laid out already.
     void ShowGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph, ViewLayout& layout);
+    /// The whole drawing where it can be read then, else from where it begins.
+    void ShowWhole();
     /// A node at the left side, at scale 1.
     void ShowStart(const nurvex7::Node& node);
     void SetDragMode(DragMode mode);

@@ -189,6 +189,8 @@ void ViewWindow::make_graph_menu() {
     add(menu, "hide", "&Hide", Qt::CTRL | Qt::Key_H, [this] { hide_selected(); });
     add(menu, "show_all", "&Show All Nodes", Qt::CTRL | Qt::SHIFT | Qt::Key_H,
         [this] { show_all(); });
+    add(menu, "show_starts", "Show &Only the Starts", Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+        [this] { show_starts(); });
     menu.addSeparator();
     QAction* const drag = add(menu, "drag_nodes", "&Drag Nodes", Qt::CTRL | Qt::Key_D, [] {});
     drag->setCheckable(true);
@@ -284,7 +286,10 @@ void ViewWindow::update_status() {
     if (layout.get() != nullptr) {
         const double last = layout->TakeMilliseconds();
         layout_milliseconds = last > 0 ? last : layout_milliseconds;
-        time->setText(QStringLiteral("layout %1 ms").arg(layout_milliseconds, 0, 'f', 1));
+        time->setText(
+            layout_milliseconds < 1000
+                ? QStringLiteral("layout %1 ms").arg(layout_milliseconds, 0, 'f', 1)
+                : QStringLiteral("layout %1 s").arg(layout_milliseconds / 1000, 0, 'f', 1));
     }
 }
 

@@ -77,6 +77,7 @@ private:
     void fold(nurvex7::FoldDirection direction, bool away);
     void hide_selected();
     void show_all();
+    void show_starts();
     void clear_selection();
     void select_only(const nurvex7::Node& node);
     void go_to(const nurvex7::Node& node);

@@ -91,6 +91,37 @@ void ViewWindow::show_all() {
     after_change(std::nullopt);
 }
 
+/// Leaves where edges begin are shown, all others folded away: a large graph is then opened up from
+/// there. Where every leaf has a parent, the first one stands for a start.
+void ViewWindow::show_starts() {
+    VisibilityRecord before;
+    std::vector<Node> leaves;
+    for_all(view->GetGraph(), [&](const Node& node) {
+        MarkOld(node);
+        if (node.GetOwned().GetCount() == 0) {
+            before.Note(node);
+            leaves.push_back(node);
+        }
+    });
+    const auto is_start = [](const Node& leaf) { return leaf.GetParents().GetCount() == 0; };
+    const bool any = std::any_of(leaves.begin(), leaves.end(), is_start);
+    for (std::size_t i = 0; i < leaves.size(); ++i) {
+        if (any ? is_start(leaves[i]) : i == 0) {
+            Show(leaves[i]);
+        } else {
+            Hide(leaves[i]);
+        }
+    }
+    const std::vector<VisibilityChange> changes = before.FindChanges();
+    if (changes.empty()) {
+        return;
+    }
+    view->GetGraph()->GetRoot().MakeLayout(); // in the old places they would stand far apart
+    history.Record(QStringLiteral("show only the starts"), changes);
+    after_change(std::nullopt);
+    view->ShowWhole();
+}
+
 void ViewWindow::after_change(const std::optional<Node>& kept) {
     view->Refresh(kept);
     count();

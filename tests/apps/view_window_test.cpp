@@ -238,6 +238,13 @@ TEST_F(ViewWindowTest, MenusFoldAndHideWhatIsSelected) {
     EXPECT_EQ(hidden(), "payment ");
     act("undo");
     EXPECT_EQ(hidden(), "");
+    act("show_starts");
+    EXPECT_EQ(hidden(), "basket payment stock mail ");
+    click(right_port_of(node("browser")));
+    EXPECT_EQ(hidden(), "payment stock mail ");
+    act("undo");
+    act("undo");
+    EXPECT_EQ(hidden(), "");
 }
 
 TEST_F(ViewWindowTest, PansZoomsAndFits) {
