@@ -99,6 +99,22 @@ inline Bench sparse(std::size_t n) {
     return b;
 }
 
+/// About sqrt(n) layers of as many nodes, each linked to the nodes beside it on the next layer:
+/// what a view from near shows of it is the same at every size.
+inline Bench mesh(std::size_t n) {
+    Bench b;
+    std::vector<nurvex7::Node> nodes = add_nodes(b.graph->GetRoot(), n);
+    const std::size_t width =
+        std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(n))));
+    for (std::size_t i = 0; i + width < n; ++i) {
+        nodes[i].LinkTo(nodes[i + width]);
+        if (i % 2 == 0 && (i + 1) % width != 0 && i + width + 1 < n) {
+            nodes[i].LinkTo(nodes[i + width + 1]);
+        }
+    }
+    return b;
+}
+
 /// Clusters of ten nodes in clusters of ten clusters, and so on; half of the edges stay in their
 /// innermost cluster, the others lead anywhere.
 inline Bench nested(std::size_t n) {
