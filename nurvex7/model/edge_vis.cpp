@@ -17,7 +17,7 @@ bool _stands_before(const std::pair<int, graph_ptr<node_impl_vector>>& entry, in
 }
 } // namespace
 
-DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, const IGraphVis* of_store)
+DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, DefaultGraphVis* of_store)
     : store(of_store), edge_impl(std::move(edge)) {}
 
 DefaultEdgeVis::~DefaultEdgeVis() {
@@ -67,7 +67,14 @@ bool DefaultEdgeVis::is_out_of_reach(const IdMap<NodeVisInfo>& records) const {
 // old route keeps it whole.
 void DefaultEdgeVis::remove_break_nodes() {
     break_nodes_by_owner.clear();
+    forget_route();
+}
+
+void DefaultEdgeVis::forget_route() {
     break_nodes_cache.reset();
+    if (indexed && store != nullptr) {
+        store->note_route(edge_impl->get_id());
+    }
 }
 
 graph_ptr<node_impl_set> DefaultEdgeVis::get_break_nodes_in(int owner_id) {
@@ -90,13 +97,13 @@ void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {
     for (int i = 0; i < count; ++i) {
         run->push_back(new DummyNodeImpl(edge_set));
     }
-    break_nodes_cache.reset();
+    forget_route();
 }
 
 void DefaultEdgeVis::remove_break_nodes_in(int owner_id) {
     std::erase_if(break_nodes_by_owner,
                   [&](const run_entry& entry) { return entry.first == owner_id; });
-    break_nodes_cache.reset();
+    forget_route();
 }
 
 graph_ptr<node_impl_vector> DefaultEdgeVis::find_run(int owner_id) const {

@@ -11,6 +11,7 @@ class IEdgeVis;
 class IGraphVis;
 class DefaultNodeVis;
 class DefaultEdgeVis;
+class DefaultGraphVis;
 class Node;
 class Edge;
 class NodeSet;

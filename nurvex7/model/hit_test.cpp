@@ -1,11 +1,19 @@
 #include "nurvex7/model/visual_store.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <typeinfo>
 #include <vector>
 
 namespace nurvex7 {
 
 namespace {
+
+/// So many segments of a route share a box.
+constexpr int STRETCH = 4;
+/// In place of the first break node of a stretch.
+constexpr int WHOLE_ROUTE = -1;
 
 // Of the clusters around a rectangle only the innermost count: one that owns another of them goes.
 std::vector<int> _owners_within(node_impl_vector& clusters) {
@@ -50,11 +58,11 @@ void NodeCollector::operator()(const NodeVisInfo& info) {
 graph_ptr<node_impl_vector> DefaultGraphVis::test_node_hit(double left, double top, double right,
                                                            double bottom) {
     NodeCollector collector(left, top, right, bottom);
-    node_map.for_each([&](int id, const NodeVisInfo& info) {
-        if (id >= 0) { // break nodes are never hit
-            collector(info);
+    for (const int id : find_nodes_in({left, top, right, bottom})) {
+        if (const NodeVisInfo* const info = node_map.find(id)) {
+            collector(*info);
         }
-    });
+    }
     const std::vector<int> owners = _owners_within(*collector.enclosing);
     for (const graph_ptr<INodeImpl>& cluster : *collector.enclosing) {
         if (!std::binary_search(owners.begin(), owners.end(), cluster->get_id())) {
@@ -62,6 +70,35 @@ graph_ptr<node_impl_vector> DefaultGraphVis::test_node_hit(double left, double t
         }
     }
     return collector.touching;
+}
+
+/// Ids of the nodes whose records may meet an area, those that were removed since among them.
+///
+/// Order   ascending id
+std::vector<int> DefaultGraphVis::find_nodes_in(const tamsel7::rectangle<double>& area) {
+    if (node_index.is_due()) {
+        index_nodes();
+    }
+    node_index.pay_for_changed();
+    std::vector<int> ids = node_index.changed;
+    node_index.boxes.find(area, [&](int id) { ids.push_back(id); });
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    return ids;
+}
+
+// Of break nodes nothing is entered: they are never hit.
+void DefaultGraphVis::index_nodes() {
+    node_index.begin_build();
+    node_map.for_each([&](int id, const NodeVisInfo& info) {
+        if (id >= 0 && info.vis.get() != nullptr) {
+            const tamsel7::point<double> at = info.vis->get_position();
+            const tamsel7::size<double> size = info.vis->get_size();
+            node_index.boxes.add({at.x, at.y, at.x + size.width, at.y + size.height}, id);
+            static_cast<DefaultNodeVis&>(*info.vis).indexed = true;
+        }
+    });
+    node_index.finish_build(node_index.boxes.size());
 }
 
 EdgeCollector::EdgeCollector(double l, double t, double r, double b, IGraphVis* store)
@@ -72,19 +109,24 @@ void EdgeCollector::operator()(const EdgeVisInfo& info) {
         return;
     }
     const graph_ptr<node_impl_set> route = info.vis->get_break_nodes();
-    const int count = route->GetCount();
-    if (count < 2) {
-        return;
+    if (route_hit(*route, 0, route->GetCount() - 1)) {
+        hits->push_back(info.vis->get_edge_impl());
     }
-    tamsel7::point<double> a = vis->get_node_vis(route->GetItem(0))->get_position();
-    for (int i = 1; i < count; ++i) {
-        const tamsel7::point<double> c = vis->get_node_vis(route->GetItem(i))->get_position();
+}
+
+bool EdgeCollector::route_hit(node_impl_set& route, int first, int last) const {
+    if (first >= last) {
+        return false;
+    }
+    tamsel7::point<double> a = vis->get_node_vis(route.GetItem(first))->get_position();
+    for (int i = first + 1; i <= last; ++i) {
+        const tamsel7::point<double> c = vis->get_node_vis(route.GetItem(i))->get_position();
         if (segment_hit(a, c)) {
-            hits->push_back(info.vis->get_edge_impl());
-            return;
+            return true;
         }
         a = c;
     }
+    return false;
 }
 
 // A segment with both ends beside the rectangle meets its right side, its left side, or has to
@@ -109,13 +151,130 @@ bool EdgeCollector::segment_hit(const tamsel7::point<double>& a,
            _within(a.x + dx * (top - a.y) / dy, left, right);
 }
 
+// Edges come by ascending id. One that has changed is walked as a whole, and its stretches, which
+// are those of the old route, stand behind.
 graph_ptr<edge_impl_vector> DefaultGraphVis::test_edge_hit(double left, double top, double right,
                                                            double bottom) {
     EdgeCollector collector(left, top, right, bottom, this);
+    const std::vector<Stretch> found = find_stretches_in({left, top, right, bottom});
     walks_edges = true; // bends without a record get one on the way
-    edge_map.for_each([&](int, const EdgeVisInfo& info) { collector(info); });
+    for (auto at = found.begin(); at != found.end();) {
+        const int id = at->edge_id;
+        const EdgeVisInfo* const info = edge_map.find(id);
+        bool open = info != nullptr;
+        for (; at != found.end() && at->edge_id == id; ++at) {
+            open = open && test_stretch(*at, *info, collector);
+        }
+    }
     walks_edges = false;
     return collector.hits;
+}
+
+/// Gives whether there is more to test of the edge.
+bool DefaultGraphVis::test_stretch(const Stretch& stretch, const EdgeVisInfo& info,
+                                   EdgeCollector& collector) {
+    auto& edge = static_cast<DefaultEdgeVis&>(*info.vis);
+    if (!edge.indexed) {
+        collector(info);
+        return false;
+    }
+    const graph_ptr<node_impl_set> route = edge.get_break_nodes();
+    const int last = std::min(stretch.first + STRETCH, route->GetCount() - 1);
+    if (!collector.route_hit(*route, stretch.first, last)) {
+        return true;
+    }
+    collector.hits->push_back(edge.get_edge_impl());
+    return false;
+}
+
+/// The stretches that may meet an area, and every edge that has changed.
+///
+/// Order   ascending edge id
+std::vector<DefaultGraphVis::Stretch>
+DefaultGraphVis::find_stretches_in(const tamsel7::rectangle<double>& area) {
+    if (edge_index.is_due()) {
+        index_edges();
+    }
+    edge_index.pay_for_changed();
+    std::vector<Stretch> found;
+    for (const int id : edge_index.changed) {
+        found.push_back({id, WHOLE_ROUTE});
+    }
+    edge_index.boxes.find(
+        area, [&](int place) { found.push_back(stretches[static_cast<std::size_t>(place)]); });
+    std::sort(found.begin(), found.end(),
+              [](const Stretch& a, const Stretch& b) { return a.edge_id < b.edge_id; });
+    return found;
+}
+
+void DefaultGraphVis::index_edges() {
+    edge_index.begin_build();
+    stretches.clear();
+    walks_edges = true;
+    edge_map.for_each([&](int id, const EdgeVisInfo& info) {
+        index_route(id, static_cast<DefaultEdgeVis&>(*info.vis));
+    });
+    walks_edges = false;
+    edge_index.finish_build(stretches.size());
+}
+
+// Bends without a record get one from the tests that look at them, and only from those: until then
+// the edge counts as changed. So does an edge of another kind that has lost its ends, as it may
+// find them again.
+void DefaultGraphVis::index_route(int id, DefaultEdgeVis& edge) {
+    const graph_ptr<node_impl_set> route = edge.get_break_nodes();
+    const graph_ptr<IEdgeImpl> held = edge.get_edge_impl();
+    const IEdgeImpl& of_a_kind = *held;
+    const bool lost = !edge.has_route() && typeid(of_a_kind) != typeid(DefaultEdgeImpl);
+    edge.indexed = !lost && find_places(*route);
+    if (edge.indexed) {
+        add_stretches(id);
+    } else {
+        edge_index.changed.push_back(id);
+    }
+}
+
+/// False where there is a break node without a record.
+bool DefaultGraphVis::find_places(node_impl_set& route) {
+    places.clear();
+    for (int i = 0; i < route.GetCount(); ++i) {
+        const graph_ptr<INodeImpl> bend = route.GetItem(i);
+        DefaultNodeVis* known = known_vis_in(this, *bend);
+        if (known == nullptr) {
+            const NodeVisInfo* const info = node_map.find(bend->get_id());
+            known = info != nullptr ? static_cast<DefaultNodeVis*>(info->vis.get()) : nullptr;
+        }
+        if (known == nullptr) {
+            return false;
+        }
+        places.push_back(known);
+    }
+    return true;
+}
+
+// A place that is no number belongs to no box: a segment that ends there is hit at its other end
+// or not at all.
+void DefaultGraphVis::add_stretches(int id) {
+    constexpr double FAR = std::numeric_limits<double>::infinity();
+    for (std::size_t first = 0; first + 1 < places.size(); first += STRETCH) {
+        tamsel7::rectangle<double> box{FAR, FAR, -FAR, -FAR};
+        const std::size_t end = std::min(first + STRETCH + 1, places.size());
+        for (std::size_t i = first; i < end; ++i) {
+            const tamsel7::point<double> at = places[i]->get_position();
+            box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x),
+                   std::max(box.bottom, at.y)};
+        }
+        edge_index.boxes.add(box, static_cast<int>(stretches.size()));
+        stretches.push_back({id, static_cast<int>(first)});
+    }
+    for (DefaultNodeVis* const place : places) {
+        place->indexed = true;
+    }
+}
+
+std::size_t DefaultGraphVis::get_hit_index_memory() const {
+    return node_index.boxes.get_memory() + edge_index.boxes.get_memory() +
+           stretches.capacity() * sizeof(Stretch);
 }
 
 } // namespace nurvex7

@@ -74,17 +74,17 @@ public:
     /// Space   graph
     tamsel7::size<double> GetSize() const {
         const DefaultNodeVis* const known = known_vis_in(vis.get(), *impl);
-        return known != nullptr ? known->size : vis->get_node_vis(impl)->get_size();
+        return known != nullptr ? known->get_size() : vis->get_node_vis(impl)->get_size();
     }
     void SetSize(const tamsel7::size<double>& value);
     /// Top left corner. Space: graph; owner-relative inside a layout run.
     tamsel7::point<double> GetPosition() const {
         const DefaultNodeVis* const known = known_vis_in(vis.get(), *impl);
-        return known != nullptr ? known->position : vis->get_node_vis(impl)->get_position();
+        return known != nullptr ? known->get_position() : vis->get_node_vis(impl)->get_position();
     }
     void SetPosition(const tamsel7::point<double>& value) {
         if (DefaultNodeVis* const known = known_vis_in(vis.get(), *impl)) {
-            known->position = value;
+            known->set_position(value);
         } else {
             vis->get_node_vis(impl)->set_position(value);
         }

@@ -11,7 +11,7 @@ IGraphVis::~IGraphVis() = default;
 
 // Nodes
 
-DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node, const IGraphVis* of_store)
+DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store)
     : node_impl(std::move(node)), store(of_store) {}
 
 DefaultNodeVis::~DefaultNodeVis() {
@@ -24,20 +24,11 @@ graph_ptr<INodeImpl> DefaultNodeVis::get_node_impl() const {
     return node_impl;
 }
 
-tamsel7::size<double> DefaultNodeVis::get_size() const {
-    return size;
-}
-
-void DefaultNodeVis::set_size(const tamsel7::size<double>& value) {
-    size = value;
-}
-
-tamsel7::point<double> DefaultNodeVis::get_position() const {
-    return position;
-}
-
-void DefaultNodeVis::set_position(const tamsel7::point<double>& value) {
-    position = value;
+void DefaultNodeVis::leave_index() {
+    indexed = false;
+    if (store != nullptr) {
+        store->note_place(*node_impl);
+    }
 }
 
 // Records
@@ -99,6 +90,7 @@ graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> edge) {
         EdgeVisInfo& made = edge_map[edge->get_id()];
         made.vis = new DefaultEdgeVis(edge, this);
         info = &made;
+        edge_index.note(edge->get_id());
     }
     edge->known_vis = _record_for(*info, edge);
     return info->vis;
@@ -114,6 +106,7 @@ graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     NodeVisInfo& info = record_of(node->get_id());
     if (info.vis.get() == nullptr) {
         info.vis = new DefaultNodeVis(node, this);
+        note_place(*node);
     }
     node->known_vis = _record_for(info, node);
     return info.vis;
@@ -134,8 +127,35 @@ void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
         return;
     }
     if (const NodeVisInfo* const info = node_map.find(node->get_id())) {
+        note_place(*node);
         _disown(*info);
         node_map.erase(node->get_id());
+    }
+}
+
+void DefaultGraphVis::note_place(INodeImpl& node) {
+    if (node.get_id() >= 0) {
+        node_index.note(node.get_id());
+    } else if (edge_index.is_built()) {
+        note_route_of(node);
+    }
+}
+
+void DefaultGraphVis::note_route_of(INodeImpl& bend) {
+    const graph_ptr<edge_impl_set> own_edge = bend.get_edges_out();
+    if (own_edge->GetCount() > 0) {
+        note_route(own_edge->GetItem(0)->get_id());
+    }
+}
+
+void DefaultGraphVis::note_route(int edge_id) {
+    if (!edge_index.is_built()) {
+        return;
+    }
+    const EdgeVisInfo* const info = edge_map.find(edge_id);
+    if (info != nullptr && _own_record(*info)->indexed) {
+        _own_record(*info)->indexed = false;
+        edge_index.note(edge_id);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "nurvex7/foundation/graph_ptr2.h"
 #include "nurvex7/foundation/id_map.h"
 #include "nurvex7/layout/ilayout.h"
+#include "nurvex7/model/hit_index.h"
 #include "nurvex7/model/topology.h"
 #include "nurvex7/platform/tamsel7/geometry.h"
 #include "nurvex7/presentation/iedge_handler.h"
@@ -82,20 +83,36 @@ public:
 
 class NURVEX7_API DefaultNodeVis final : public INodeVis {
 public:
-    explicit DefaultNodeVis(graph_ptr<INodeImpl> node, const IGraphVis* of_store = nullptr);
+    explicit DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store = nullptr);
     DefaultNodeVis(const DefaultNodeVis&) = delete;
     DefaultNodeVis& operator=(const DefaultNodeVis&) = delete;
     ~DefaultNodeVis() override;
     graph_ptr<INodeImpl> get_node_impl() const override;
-    tamsel7::size<double> get_size() const override;
-    void set_size(const tamsel7::size<double>& value) override;
-    tamsel7::point<double> get_position() const override;
-    void set_position(const tamsel7::point<double>& value) override;
+    tamsel7::size<double> get_size() const override { return size; }
+    void set_size(const tamsel7::size<double>& value) override {
+        size = value;
+        if (indexed) {
+            leave_index();
+        }
+    }
+    tamsel7::point<double> get_position() const override { return position; }
+    void set_position(const tamsel7::point<double>& value) override {
+        position = value;
+        if (indexed) {
+            leave_index();
+        }
+    }
 
+    bool indexed = false; ///< its place is in a box of the store's hit index
     graph_ptr<INodeImpl> node_impl;
+    DefaultGraphVis* store; ///< whose record this is; null once it is nobody's
+
+private:
+    // Layouts store millions of positions: only the first after a build tells of itself.
+    void leave_index();
+
     tamsel7::size<double> size;
     tamsel7::point<double> position;
-    const IGraphVis* store; ///< whose record this is; null once it is nobody's
 };
 
 /// What the store keeps of one node.
@@ -107,7 +124,7 @@ struct NodeVisInfo {
 
 class NURVEX7_API DefaultEdgeVis final : public IEdgeVis {
 public:
-    explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, const IGraphVis* of_store = nullptr);
+    explicit DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, DefaultGraphVis* of_store = nullptr);
     DefaultEdgeVis(const DefaultEdgeVis&) = delete;
     DefaultEdgeVis& operator=(const DefaultEdgeVis&) = delete;
     ~DefaultEdgeVis() override;
@@ -123,7 +140,11 @@ public:
     /// hit test finds it, and only the store, with the node records given, holds anything of it.
     bool is_out_of_reach(const IdMap<NodeVisInfo>& records) const;
 
-    const IGraphVis* store; ///< whose record this is; null once it is nobody's
+    /// True where get_break_nodes gives the route that it has given before.
+    bool has_route() const { return break_nodes_cache.get() != nullptr; }
+
+    bool indexed = false;   ///< its route is in boxes of the store's hit index
+    DefaultGraphVis* store; ///< whose record this is; null once it is nobody's
 
 private:
     using run_entry = std::pair<int, graph_ptr<node_impl_vector>>;
@@ -131,6 +152,7 @@ private:
     /// The run of an owner; null where there is none.
     graph_ptr<node_impl_vector> find_run(int owner_id) const;
     graph_ptr<node_impl_vector> find_or_make_run(int owner_id);
+    void forget_route();
     graph_ptr<INodeImpl> append_outward_runs(const graph_ptr<INodeImpl>& from,
                                              const graph_ptr<node_impl_vector>& route) const;
     void append_inward_runs(const graph_ptr<INodeImpl>& to, const graph_ptr<INodeImpl>& outermost,
@@ -142,17 +164,12 @@ private:
     graph_ptr<edge_impl_vector> edge_set;          ///< what every break node of this edge holds
 };
 
-/// The record of a node in a store, where the node remembers it; null where the store has to be
-/// asked.
-inline DefaultNodeVis* known_vis_in(const IGraphVis* store, const INodeImpl& node) {
-    DefaultNodeVis* const known = node.known_vis;
-    return known != nullptr && known->store == store ? known : nullptr;
-}
-
 /// What the store keeps of one edge.
 struct EdgeVisInfo {
     graph_ptr<IEdgeVis> vis;
 };
+
+class EdgeCollector;
 
 class NURVEX7_API DefaultGraphVis final : public IGraphVis {
 public:
@@ -194,13 +211,40 @@ public:
     /// How many node records the store holds, break nodes included.
     std::size_t get_node_record_count() const { return node_map.size(); }
     std::size_t get_edge_record_count() const { return edge_map.size(); }
+    const IdMap<NodeVisInfo>& get_node_records() const { return node_map; }
+    const IdMap<EdgeVisInfo>& get_edge_records() const { return edge_map; }
+    /// What the indexes of the hit tests take, in bytes.
+    std::size_t get_hit_index_memory() const;
+
+    // Records tell what changes of what an index holds of them.
+
+    /// The place or the size of a node or a break node is another one.
+    void note_place(INodeImpl& node);
+    /// The route of an edge is another one.
+    void note_route(int edge_id);
 
 private:
+    /// A stretch of a route that has a box of its own.
+    struct Stretch {
+        int edge_id;
+        int first; ///< the place of its first break node in the route
+    };
+
     static constexpr std::size_t FIRST_SWEEP = 1024;
 
     NodeVisInfo& record_of(int id);
     void sweep_when_due();
     void sweep();
+    void note_route_of(INodeImpl& bend);
+    void index_nodes();
+    void index_edges();
+    void index_route(int id, DefaultEdgeVis& edge);
+    bool find_places(node_impl_set& route);
+    void add_stretches(int id);
+    static bool test_stretch(const Stretch& stretch, const EdgeVisInfo& info,
+                             EdgeCollector& collector);
+    std::vector<int> find_nodes_in(const tamsel7::rectangle<double>& area);
+    std::vector<Stretch> find_stretches_in(const tamsel7::rectangle<double>& area);
 
     graph_ptr2<ILayout> default_layout;
     graph_ptr2<INodeHandler> default_node_painter;
@@ -212,7 +256,18 @@ private:
     graph_ptr<node_impl_vector> resize_list;
     std::size_t sweep_at = FIRST_SWEEP; ///< records that call for the next sweep
     bool walks_edges = false;           ///< no record may go while a walk runs
+    HitIndex node_index;                ///< holds node ids
+    HitIndex edge_index;                ///< holds places in `stretches`
+    std::vector<Stretch> stretches;
+    std::vector<DefaultNodeVis*> places; ///< of the route that is being indexed
 };
+
+/// The record of a node in a store, where the node remembers it; null where the store has to be
+/// asked.
+inline DefaultNodeVis* known_vis_in(const IGraphVis* store, const INodeImpl& node) {
+    DefaultNodeVis* const known = node.known_vis;
+    return known != nullptr && known->store == store ? known : nullptr;
+}
 
 /// Walks the node records of a hit test; Space: graph.
 class NodeCollector {
@@ -233,6 +288,9 @@ class EdgeCollector {
 public:
     EdgeCollector(double l, double t, double r, double b, IGraphVis* store);
     void operator()(const EdgeVisInfo& info);
+    /// Whether one of the segments between break nodes of a route is hit. Duty: 0 <= first,
+    /// last < GetCount()
+    bool route_hit(node_impl_set& route, int first, int last) const;
 
     double left;
     double top;

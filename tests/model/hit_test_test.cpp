@@ -1,4 +1,6 @@
 #include "nurvex7/model/graph.h"
+#include "nurvex7/model/moving.h"
+#include "tests/support/plain_hits.h"
 
 #include <gtest/gtest.h>
 
@@ -183,6 +185,67 @@ TEST_F(HitTest, AnswersForADeepNest) {
     }
     owner.SetCaption("innermost");
     EXPECT_EQ(nodes(5, 5, 5, 5), "innermost");
+}
+
+// The records that a test leaves are those of the bends that it has looked at.
+TEST_F(HitTest, BendsGetARecordFromTheTestThatReachesThem) {
+    const Edge edge = route("ab", {{0, 15}, {40, 15}});
+    Edge(edge).AddBreakNodesIn(root, 2);
+    const auto& store = static_cast<const DefaultGraphVis&>(*root.get_vis());
+    const std::size_t before = store.get_node_record_count();
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_EQ(edges(10, 10, 20, 20), "ab");
+        EXPECT_EQ(store.get_node_record_count(), before) << "the first segment is hit";
+    }
+    EXPECT_EQ(edges(50, 50, 60, 60), "");
+    EXPECT_EQ(store.get_node_record_count(), before + 2);
+    edge.GetBreakNodes().GetItem(2).SetPosition(100, 100);
+    EXPECT_EQ(edges(69, 50, 71, 60), "ab");
+    edge.GetBreakNodes().GetItem(2).Remove(); // of its record: it is back at 0,0
+    EXPECT_EQ(edges(69, 50, 71, 60), "");
+    EXPECT_EQ(edges(30, 10, 31, 12), "ab");
+}
+
+// What has moved since the last look at everything is found where it is, and not where it was, by
+// itself and by the thousands.
+TEST_F(HitTest, FindsInALargeGraphWhatALookAtEachFinds) {
+    using namespace testing_support;
+    std::mt19937 random(5);
+    const auto number = [&] { return static_cast<double>(random() % 4000) / 3; };
+    const graph_ptr2<Graph> large(new Graph, /*owns=*/true);
+    std::vector<Node> all{large->GetRoot()};
+    std::vector<Edge> routed;
+    const auto bend = [&](Edge edge) {
+        edge.RemoveBreakNodes();
+        edge.AddBreakNodesIn(large->GetRoot(), static_cast<int>(random() % 12));
+        NodeSet run = edge.GetBreakNodes();
+        const point from{number(), number()};
+        for (int i = 0; i < run.GetCount(); ++i) {
+            run.GetItem(i).SetPosition(from.x + i * 9, from.y + number() / 20);
+        }
+    };
+    for (int i = 0; i < 3000; ++i) {
+        Node added = all[random() % (i % 2 == 0 ? 1 : all.size())].AddNode();
+        place(added, {0, 0, number() / 9, number() / 9});
+        added.SetPosition(number(), number());
+        if (i > 0) {
+            routed.push_back(added.LinkTo(all[1 + random() % (all.size() - 1)]));
+            bend(routed.back());
+        }
+        all.push_back(added);
+    }
+    for (int step = 0; step < 300; ++step) {
+        const double x = number();
+        const double y = number();
+        ASSERT_EQ(find_hit_fault(large, {x, y, x + number() / 9, y + number() / 9}), "") << step;
+        for (int change = 0; change < (step % 50 == 0 ? 2000 : 3); ++change) {
+            MoveNode(all[1 + random() % (all.size() - 1)], number(), number());
+            all[random() % all.size()].SetSize({number() / 9, number() / 9});
+            bend(routed[random() % routed.size()]);
+        }
+    }
+    const std::size_t memory = store_of(large).get_hit_index_memory();
+    EXPECT_LT(memory, 200 * all.size());
 }
 
 } // namespace

@@ -95,6 +95,9 @@ void RandomCalls::make(int count, bool traced) {
 }
 
 std::string RandomCalls::find_fault() const {
+    if (!fault.empty()) {
+        return fault;
+    }
     for (const graph_ptr2<Graph>& g : graphs) {
         std::vector<Node> open{g->GetRoot()};
         while (!open.empty()) {

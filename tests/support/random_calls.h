@@ -32,7 +32,7 @@ public:
 
     /// Makes that many calls. `traced` prints the name of each to stderr before it is made.
     void make(int count, bool traced);
-    /// What is wrong with the structure of a graph; empty where nothing is.
+    /// What was wrong with an answer, or is with the structure of a graph; empty where nothing is.
     std::string find_fault() const;
     /// How many of the calls ran a layout.
     int get_run_count() const { return runs; }
@@ -104,8 +104,7 @@ private:
     void straighten_edge();
     void read_route();
     void read_records();
-    void hit_nodes();
-    void hit_edges();
+    void hit();
 
     // Layouts (random_calls_layout.cpp)
     void set_layout();
@@ -143,6 +142,7 @@ private:
     std::vector<NodeSet> node_sets;
     std::vector<EdgeSet> edge_sets;
     int runs = 0;
+    std::string fault; ///< of an answer
 };
 
 } // namespace nurvex7::testing_support

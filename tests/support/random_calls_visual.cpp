@@ -1,6 +1,7 @@
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
+#include "tests/support/plain_hits.h"
 #include "tests/support/plain_queries.h"
 #include "tests/support/random_calls.h"
 
@@ -13,7 +14,7 @@ std::vector<RandomCalls::Call> RandomCalls::visual_calls() {
         {"set_flags", 15, &RandomCalls::set_flags},
         {"hide_or_show", 30, &RandomCalls::hide_or_show},
         {"fold", 30, &RandomCalls::fold},
-        {"mark_drawn", 8, &RandomCalls::mark_drawn},
+        {"mark_drawn", 20, &RandomCalls::mark_drawn},
         {"set_place", 30, &RandomCalls::set_place},
         {"shift", 15, &RandomCalls::shift},
         {"shift_inside", 8, &RandomCalls::shift_inside},
@@ -24,8 +25,7 @@ std::vector<RandomCalls::Call> RandomCalls::visual_calls() {
         {"straighten_edge", 12, &RandomCalls::straighten_edge},
         {"read_route", 20, &RandomCalls::read_route},
         {"read_records", 8, &RandomCalls::read_records},
-        {"hit_nodes", 15, &RandomCalls::hit_nodes},
-        {"hit_edges", 15, &RandomCalls::hit_edges},
+        {"hit", 60, &RandomCalls::hit},
     };
 }
 
@@ -64,8 +64,12 @@ void RandomCalls::fold() {
 }
 
 void RandomCalls::mark_drawn() {
-    MarkDrawnIn(graph());
-    _mark_node_drawn(node(), chance(50));
+    if (!marks_like_a_walk(graph())) {
+        fault = "the drawn marks are others than a walk over all nodes writes";
+    }
+    if (chance(20)) {
+        _mark_node_drawn(node(), chance(50));
+    }
 }
 
 void RandomCalls::set_place() {
@@ -162,15 +166,10 @@ void RandomCalls::read_records() {
     }
 }
 
-void RandomCalls::hit_nodes() {
-    for (const Node& n : items(graph()->HitNodeTest(number(), number(), number(), number()))) {
-        n.GetCaption();
-    }
-}
-
-void RandomCalls::hit_edges() {
-    for (const Edge& e : items(graph()->HitEdgeTest(number(), number(), number(), number()))) {
-        e.GetCaption();
+void RandomCalls::hit() {
+    const hit_area area{number(), number(), number(), number()};
+    if (const std::string found = find_hit_fault(graph(), area); !found.empty()) {
+        fault = found;
     }
 }
 

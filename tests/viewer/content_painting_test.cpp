@@ -1,4 +1,5 @@
 #include "nurvex7/model/folding.h"
+#include "nurvex7/model/moving.h"
 #include "tests/support/viewer_window.h"
 
 namespace {
@@ -32,6 +33,37 @@ TEST_F(ContentPainting, NodesComeBeforeEdgesAndOwnersBeforeWhatTheyOwn) {
     Hide(cluster);
     renew();
     EXPECT_FALSE(IsFlagSet(inner, NODE_DRAWN)) << "handlers ask the marks";
+}
+
+TEST_F(ContentPainting, EveryChangeIsInTheNextFrame) {
+    add_a_and_b();
+    const auto route = [&] { return edge().GetBreakNodes(); };
+    const std::vector<std::pair<std::function<void()>, std::string>> changes = {
+        {[] {}, "a b root ab"},
+        {[&] { b.SetPosition(300, 20); }, "a root ab"},
+        {[&] { route().GetItem(0).SetPosition(300, 30); }, "a root ab"},
+        {[&] { route().GetItem(1).SetPosition(310, 30); }, "a root"},
+        {[&] { MoveNode(b, 120, 20); }, "a b root ab"},
+        {[&] { a.SetPosition(-90, 20); }, "b root ab"},
+        {[&] {
+             a.SetSize({95, 20});
+         },
+         "a b root ab"},
+        {[&] { edge().RemoveBreakNodes(); }, "a b root"},
+        {[&] { edge().AddBreakNodesIn(placed.root(), 2); }, "a b root ab"},
+        {[&] {
+             placed.add_to(b, "inner", {130, 25, 140, 35});
+         },
+         "a b inner root ab"},
+        {[&] { a.SetOwner(b); }, "b a inner root ab"},
+        {[&] { edge().Remove(); }, "b a inner root"},
+        {[&] { b.Remove(); }, "root"},
+    };
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        changes[i].first();
+        content().RenewView(true);
+        EXPECT_EQ(paint(), "[0,0,200,100] " + changes[i].second) << "change " << i;
+    }
 }
 
 TEST_F(ContentPainting, WhatIsPaintedIsWhatShows) {
