@@ -2,6 +2,7 @@
 
 #include "nurvex7/model/queries.h"
 
+#include <typeinfo>
 #include <vector>
 
 namespace nurvex7 {
@@ -110,12 +111,101 @@ void Unfold(Node node, FoldDirection direction) {
     node.GetOwner().UpdateLayout();
 }
 
+namespace {
+
+/// Has everything that the marks below a root were computed from, or written to, tell of changes.
+class MarkWatch {
+public:
+    explicit MarkWatch(DefaultRootNodeImpl& top)
+        : root(top), marks(top.marks.get() != nullptr ? top.marks.get() : new DrawnMarks) {}
+
+    /// The marks hold from here on, unless there is a node or an edge of another kind: it may
+    /// change and not tell.
+    void Begin() {
+        std::vector<DefaultRootNodeImpl*> open{&root};
+        bool all_tell = true;
+        while (all_tell && !open.empty()) {
+            DefaultRootNodeImpl& next = *open.back();
+            open.pop_back();
+            join(next);
+            all_tell = watch_edges(next) && watch_owned(next, open);
+        }
+        marks->current = all_tell;
+    }
+
+private:
+    /// Nodes and edges belong to one watch at a time. Where another one has had it, its marks may
+    /// have been written over.
+    template <typename T>
+    void join(T& item) {
+        if (item.marks.get() != marks.get()) {
+            if (item.marks.get() != nullptr) {
+                item.marks->current = false;
+            }
+            item.marks = marks;
+        }
+    }
+
+    bool watch_edges(DefaultRootNodeImpl& owner) {
+        if (&owner == &root) {
+            return true;
+        }
+        const auto& node = static_cast<DefaultNodeImpl&>(owner);
+        // The marks of a drawn node do not reach back along its edges in.
+        return watch_set(*node.edges_out) &&
+               ((node.condition & NODE_DRAWN) != 0 || watch_set(*node.edges_in));
+    }
+
+    bool watch_set(edge_impl_vector& edges) {
+        for (const graph_ptr<IEdgeImpl>& edge : edges) {
+            const IEdgeImpl& of_a_kind = *edge;
+            if (typeid(of_a_kind) != typeid(DefaultEdgeImpl)) {
+                return false;
+            }
+            join(static_cast<DefaultEdgeImpl&>(*edge));
+        }
+        return true;
+    }
+
+    static bool watch_owned(DefaultRootNodeImpl& owner, std::vector<DefaultRootNodeImpl*>& open) {
+        for (const graph_ptr<INodeImpl>& owned : *owner.owned) {
+            const INodeImpl& of_a_kind = *owned;
+            if (typeid(of_a_kind) != typeid(DefaultNodeImpl)) {
+                return false;
+            }
+            if (owned.get() != &owner) {
+                open.push_back(static_cast<DefaultNodeImpl*>(owned.get()));
+            }
+        }
+        return true;
+    }
+
+    DefaultRootNodeImpl& root;
+    graph_ptr<DrawnMarks> marks;
+};
+
+/// The root, where it is of the kind that tells of changes.
+DefaultRootNodeImpl* telling_root(const Node& root) {
+    INodeImpl& top = *root.get_impl();
+    return typeid(top) == typeid(DefaultRootNodeImpl) ? static_cast<DefaultRootNodeImpl*>(&top)
+                                                      : nullptr;
+}
+
+} // namespace
+
 // All edges on first, then the nodes, which take edges off again: the other way round an edge from
 // a drawn node to a hidden one would come back.
 void MarkDrawnIn(graph_ptr2<Graph> graph) {
     const Node root = graph->GetRoot();
+    DefaultRootNodeImpl* const top = telling_root(root);
+    if (top != nullptr && top->marks.get() != nullptr && top->marks->current) {
+        return; // every mark stands as it was written
+    }
     ForEachNodeIn(root, ProcessOutgoingEdges<void (*)(Edge)>(_mark_edge_drawn), false, false);
     _mark_node_drawn(root, true);
+    if (top != nullptr) {
+        MarkWatch(*top).Begin();
+    }
 }
 
 int _mark_node_drawn(Node node, bool visible) {

@@ -1,5 +1,7 @@
 #include "nurvex7/model/topology.h"
 
+#include "nurvex7/model/flags.h"
+
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -16,10 +18,26 @@ IEdgeImpl::~IEdgeImpl() = default;
 
 IGraphStorage::~IGraphStorage() = default;
 
+DrawnMarks::~DrawnMarks() = default;
+
 namespace {
+
+// Has the next MarkDrawnIn look at everything again.
+template <typename T>
+void _outdate_marks(const T& changed) {
+    if (changed.marks.get() != nullptr) {
+        changed.marks->current = false;
+    }
+}
 
 DefaultNodeImpl* _real_node(const graph_ptr<INodeImpl>& node) {
     return dynamic_cast<DefaultNodeImpl*>(node.get());
+}
+
+void _outdate_marks_of(const graph_ptr<INodeImpl>& owner) {
+    if (const auto* const known = dynamic_cast<DefaultRootNodeImpl*>(owner.get())) {
+        _outdate_marks(*known);
+    }
 }
 
 // What an owner of any kind holds; null where it holds its nodes in a set of its own making.
@@ -71,6 +89,7 @@ void _unlink_edges_in(DefaultNodeImpl& node) {
 // The last steps for a node whose inside is gone already. Deliberate: the edges out are merely
 // forgotten, so they stay in the sets of their targets with this node as their source.
 void _bury(DefaultNodeImpl& node) {
+    _outdate_marks(node);
     _unlink_edges_in(node);
     node.owner.reset();
     node.owned->clear();
@@ -154,6 +173,7 @@ graph_ptr<IEdgeImpl> DefaultRootNodeImpl::link_to(graph_ptr<INodeImpl>) {
 graph_ptr<INodeImpl> DefaultRootNodeImpl::add_node() {
     graph_ptr<INodeImpl> node(new DefaultNodeImpl(this));
     owned->push_back(node);
+    _outdate_marks(*this);
     return node;
 }
 
@@ -204,6 +224,9 @@ int DefaultNodeImpl::get_condition() const {
 }
 
 void DefaultNodeImpl::set_condition(int flags) {
+    if (((condition ^ flags) & (NODE_HIDDEN | NODE_DRAWN)) != 0) {
+        _outdate_marks(*this);
+    }
     condition = flags;
 }
 
@@ -239,6 +262,8 @@ graph_ptr<IEdgeImpl> DefaultNodeImpl::link_to(graph_ptr<INodeImpl> target) {
     _forget(children_cache);
     to->edges_in->push_back(edge);
     _forget(to->parents_cache);
+    _outdate_marks(*this);
+    _outdate_marks(*to);
     return edge;
 }
 
@@ -268,6 +293,7 @@ void DefaultNodeImpl::set_owner(graph_ptr<INodeImpl> new_owner) {
         unlink_owner();
         owner = new_owner;
         siblings->push_back(keep);
+        _outdate_marks_of(owner);
     }
 }
 
@@ -275,6 +301,7 @@ void DefaultNodeImpl::unlink_owner() {
     if (owner.get() == nullptr) {
         return;
     }
+    _outdate_marks_of(owner);
     if (const graph_ptr<node_impl_vector> siblings = _owned_of(owner); siblings.get() != nullptr) {
         erase_found(*siblings, graph_ptr<INodeImpl>(this));
     }
@@ -301,12 +328,14 @@ void DefaultNodeImpl::delete_edge_to(graph_ptr<IEdgeImpl> edge) {
     if (DefaultNodeImpl* const to = _real_node(edge->to())) {
         erase_found(*to->edges_in, edge);
         _forget(to->parents_cache);
+        _outdate_marks(*to);
     }
 }
 
 void DefaultNodeImpl::remove_edge(graph_ptr<IEdgeImpl> edge) {
     erase_found(*edges_out, edge);
     _forget(children_cache);
+    _outdate_marks(*this);
     delete_edge_to(edge);
 }
 
@@ -357,6 +386,9 @@ int DefaultEdgeImpl::get_condition() const {
 }
 
 void DefaultEdgeImpl::set_condition(int flags) {
+    if (((condition ^ flags) & EDGE_DRAWN) != 0) {
+        _outdate_marks(*this);
+    }
     condition = flags;
 }
 

@@ -127,6 +127,16 @@ inline bool operator!=(int id, const graph_ptr<IEdgeImpl>& a) {
     return a->get_id() != id;
 }
 
+/// Whether the drawn marks that MarkDrawnIn has written below a root still hold. The root and all
+/// nodes and edges of which it has read or written something share one of these and tell it of
+/// changes.
+class DrawnMarks final : public Countable {
+public:
+    ~DrawnMarks() override;
+
+    bool current = false;
+};
+
 /// The root of a graph: owns the top-level nodes, has id 0 and no edges, and cannot be flagged.
 class NURVEX7_API DefaultRootNodeImpl : public INodeImpl {
 public:
@@ -151,6 +161,7 @@ public:
     void set_owner(graph_ptr<INodeImpl> new_owner) override;
 
     graph_ptr<node_impl_vector> owned;
+    graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
 };
 
 /// A real node. Live from add_node until it or an owner above it is removed; afterwards it has a
@@ -220,6 +231,7 @@ public:
     int condition = 0;
     int id;
     std::string caption;
+    graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
 };
 
 /// A break node: a bend of an edge. Only the visual record of an edge makes them.

@@ -1,11 +1,15 @@
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
+#include "tests/support/plain_hits.h"
 #include "tests/support/random_nest.h"
 #include "tests/support/test_graph.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace nurvex7 {
 namespace {
@@ -150,6 +154,62 @@ TEST(MarkDrawnIn, FollowsTheHiddenOwnersOfRandomNests) {
         for (const Edge& edge : nest.edges) {
             EXPECT_EQ(IsFlagSet(edge, EDGE_DRAWN), is_drawn(edge.From()) && is_drawn(edge.To()));
         }
+    }
+}
+
+// Marks that stand are not written again, so everything that they hang on has to tell.
+TEST(MarkDrawnIn, WritesAgainAfterEveryKindOfChange) {
+    TestGraph g("C/D/a>b C/c b>C/c b>e");
+    const std::vector<std::function<void()>> changes = {
+        [&] { Hide(g.node("C")); },
+        [&] { Hide(g.node("D")); },
+        [&] { Show(g.node("C")); },
+        [&] { SetFlag(g.node("a"), NODE_DRAWN, true); },
+        [&] { SetFlag(g.node("e"), NODE_DRAWN, false); },
+        [&] { _mark_edge_nondrawn(g.edge("b>e")); },
+        [&] { g.add_node(g.node("D"), "f"); },
+        [&] { g.add_edge(g.node("b"), g.node("a")); },
+        [&] { g.add_edge(g.node("a"), g.node("e")); },
+        [&] { Node(g.node("a")).SetOwner(g.root()); },
+        [&] { Node(g.node("e")).SetOwner(g.node("D")); },
+        [&] { Edge(g.edge("b>e")).Remove(); },
+        [&] { Node(g.node("b")).Remove(); },
+        [&] { g.graph->SetStorage(new DefaultStorage(new DefaultRootNodeImpl)); },
+        [&] { g.graph->GetRoot().AddNode(); },
+    };
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        EXPECT_TRUE(testing_support::marks_like_a_walk(g.graph)) << "before change " << i;
+        changes[i]();
+        EXPECT_TRUE(testing_support::marks_like_a_walk(g.graph)) << "after change " << i;
+    }
+}
+
+// Two graphs write over each other's marks where one shows the inside of a node of the other.
+TEST(MarkDrawnIn, TheLastOfTwoGraphsOfOneNodeIsRight) {
+    const TestGraph g("X/C/a !X");
+    const graph_ptr2<Graph> inside(new Graph, /*owns=*/true);
+    inside->SetStorage(new DefaultStorage(g.node("C").get_impl()));
+    for (int again = 0; again < 3; ++again) {
+        MarkDrawnIn(inside);
+        EXPECT_TRUE(IsFlagSet(g.node("a"), NODE_DRAWN));
+        MarkDrawnIn(g.graph);
+        EXPECT_FALSE(IsFlagSet(g.node("a"), NODE_DRAWN));
+    }
+    inside->SetStorage(new DefaultStorage(new DefaultRootNodeImpl));
+}
+
+// A node of another kind may change and not tell.
+TEST(MarkDrawnIn, AsksNodesOfAnotherKindEachTime) {
+    struct Quiet : DefaultNodeImpl {
+        using DefaultNodeImpl::DefaultNodeImpl;
+    };
+    const TestGraph g("C/a");
+    Quiet* const quiet = new Quiet(g.node("C").get_impl());
+    static_cast<DefaultNodeImpl&>(*g.node("C").get_impl()).owned->push_back(quiet);
+    for (const int condition : {0, int{NODE_HIDDEN}, 0}) {
+        quiet->condition = condition;
+        MarkDrawnIn(g.graph);
+        EXPECT_EQ(quiet->condition, condition == 0 ? NODE_DRAWN : NODE_HIDDEN);
     }
 }
 
