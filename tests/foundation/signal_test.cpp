@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+// Who is called in which order, whoever comes, goes or dies in a call, is compared with a naive
+// model elsewhere; here stands what that model does not look at.
 namespace {
 
 using corvane2::_internal::signal_t;
@@ -64,56 +66,33 @@ struct receiver : subscriber_base_t {
 
 using lines = std::vector<std::string>;
 
-TEST_F(Signals, CallTheirReceiversInTheOrderOfConnection) {
+TEST_F(Signals, ReportASecondConnectionOfTheSameMemberAndAnUnknownOne) {
     lines log;
     probe_signal signal;
     receiver a(log, "a");
-    receiver b(log, "b");
-    signal(1);
-    signal.connect(&b, &receiver::hear);
-    signal.connect(&a, &receiver::heed);
     signal.connect(&a, &receiver::look_on);
+    signal.connect(&a, &receiver::look_on);
+    signal.disconnect(&a, &receiver::heed);
+    signal(1);
+    EXPECT_EQ(log, lines{"a.look_on 1"});
+    signal.disconnect(&a, &receiver::look_on);
     signal(2);
-    EXPECT_EQ(log, (lines{"b.hear 2", "a.heed 2", "a.look_on 2"}));
-    EXPECT_TRUE(reports.empty());
-}
-
-TEST_F(Signals, ReportASecondConnectionOfTheSameMember) {
-    lines log;
-    probe_signal signal;
-    receiver a(log, "a");
-    signal.connect(&a, &receiver::hear);
-    signal.connect(&a, &receiver::hear);
-    ASSERT_EQ(reports.size(), 1U);
+    EXPECT_EQ(log.size(), 1U);
+    ASSERT_EQ(reports.size(), 2U);
     EXPECT_EQ(reports[0].expression,
               "(\"signal_t::_insert: this connection is already exists.\", false)");
-    EXPECT_EQ(reports[0].path, "corvane2/core/config/../functor/signal");
     EXPECT_EQ(reports[0].line, 260);
     EXPECT_EQ(reports[0].function, "void corvane2::_internal::signal_base_t::_insert(const "
                                    "corvane2::_internal::connection_t &)");
-    signal(1);
-    EXPECT_EQ(log, lines{"a.hear 1"});
-}
-
-TEST_F(Signals, ReportAnUnknownConnection) {
-    lines log;
-    probe_signal signal;
-    receiver a(log, "a");
-    signal.connect(&a, &receiver::hear);
-    signal.disconnect(&a, &receiver::heed);
-    ASSERT_EQ(reports.size(), 1U);
-    EXPECT_EQ(reports[0].expression,
+    EXPECT_EQ(reports[1].expression,
               "(\"signal_t::disconnect: attempt to disconnect unknown connection\", "
               "subscriber_found)");
-    EXPECT_EQ(reports[0].path, "corvane2/core/config/../functor/signal");
-    EXPECT_EQ(reports[0].line, 275);
-    EXPECT_EQ(reports[0].function, "void corvane2::_internal::signal_base_t::_erase(const "
+    EXPECT_EQ(reports[1].line, 275);
+    EXPECT_EQ(reports[1].function, "void corvane2::_internal::signal_base_t::_erase(const "
                                    "corvane2::_internal::connection_t &)");
-    signal(1);
-    EXPECT_EQ(log, lines{"a.hear 1"});
-    signal.disconnect(&a, &receiver::hear);
-    signal(2);
-    EXPECT_EQ(log.size(), 1U);
+    for (const reported& r : reports) {
+        EXPECT_EQ(r.path, "corvane2/core/config/../functor/signal");
+    }
 }
 
 TEST_F(Signals, ALaterDeathOfEitherEndUndoesAConnection) {
@@ -145,68 +124,6 @@ TEST_F(Signals, OneDisconnectMakesTheSubscriberForgetTheSignal) {
     }
     EXPECT_EQ(signal.entries(), 1U);
     signal.forget_without_a_word();
-}
-
-TEST_F(Signals, AReceiverThatDisconnectsItselfInACallIsSweptAfterIt) {
-    lines log;
-    probe_signal signal;
-    receiver a(log, "a");
-    receiver b(log, "b");
-    signal.connect(&a, &receiver::hear);
-    signal.connect(&b, &receiver::hear);
-    std::size_t entries_in_call = 0;
-    a.then = [&] {
-        signal.disconnect(&a, &receiver::hear);
-        entries_in_call = signal.entries();
-    };
-    signal(1);
-    EXPECT_EQ(entries_in_call, 2U);
-    EXPECT_EQ(signal.entries(), 1U);
-    signal(2);
-    EXPECT_EQ(log, (lines{"a.hear 1", "b.hear 1", "b.hear 2"}));
-}
-
-TEST_F(Signals, AConnectionMadeInACallIsReachedInThatCall) {
-    lines log;
-    probe_signal signal;
-    receiver a(log, "a");
-    receiver late(log, "late");
-    signal.connect(&a, &receiver::hear);
-    a.then = [&] {
-        if (signal.entries() == 1) {
-            signal.connect(&late, &receiver::hear);
-        }
-    };
-    signal(1);
-    EXPECT_EQ(log, (lines{"a.hear 1", "late.hear 1"}));
-}
-
-TEST_F(Signals, ASubscriberThatDiesInACallIsSkippedAndSwept) {
-    lines log;
-    probe_signal signal;
-    receiver a(log, "a");
-    auto b = std::make_unique<receiver>(log, "b");
-    receiver c(log, "c");
-    signal.connect(&a, &receiver::hear);
-    signal.connect(b.get(), &receiver::hear);
-    signal.connect(b.get(), &receiver::heed);
-    signal.connect(&c, &receiver::hear);
-    a.then = [&] { b.reset(); };
-    signal(1);
-    EXPECT_EQ(log, (lines{"a.hear 1", "c.hear 1"}));
-    EXPECT_EQ(signal.entries(), 2U);
-}
-
-TEST_F(Signals, AReceiverMayDestroyTheSignalInACall) {
-    lines log;
-    auto signal = std::make_unique<probe_signal>();
-    receiver a(log, "a");
-    receiver b(log, "b");
-    signal->connect(&a, &receiver::hear);
-    signal->connect(&b, &receiver::hear);
-    a.then = [&] { signal.reset(); };
-    (*signal)(1);
-    EXPECT_EQ(log, lines{"a.hear 1"});
 }
 
 // The inner call gives the lock back, the outer one deletes it; neither touches the signal.

@@ -59,59 +59,6 @@ TEST(DerivedLayout, PutsAPhaseBetweenThoseOfMake) {
         << "an update keeps the levels it finds";
 }
 
-/// Orders the nodes of a level by caption, instead of by their neighbours.
-class Alphabetic : public IncLayout {
-public:
-    Alphabetic() {
-        std::replace(make_phases.begin(), make_phases.end(),
-                     static_cast<phase_t>(&Alphabetic::barycentric_adjust),
-                     static_cast<phase_t>(&Alphabetic::sort_by_caption));
-        std::replace(update_phases.begin(), update_phases.end(),
-                     static_cast<phase_t>(&Alphabetic::calculate_new_nodes_y_coords),
-                     static_cast<phase_t>(&Alphabetic::place_new_nodes_below));
-    }
-
-private:
-    void sort_by_caption() {
-        for (std::vector<Node>& level : level_nodes) {
-            std::sort(level.begin(), level.end(),
-                      [](const Node& a, const Node& b) { return name_of(a) < name_of(b); });
-            enumerate_level_by_y_coord(&level);
-        }
-    }
-
-    void place_new_nodes_below() {
-        calculate_new_nodes_y_coords();
-        for (Node& n : nodes) {
-            if (_is_new(n)) {
-                n.SetPosition(0, n.GetPosition().y + 100);
-            }
-        }
-    }
-};
-
-TEST(DerivedLayout, ReplacesPhasesAndCallsWhatItReplaced) {
-    Alphabetic layout;
-    TestGraph plain("p>z p>y q>x p q");
-    plain.make();
-    TestGraph g("p>z p>y q>x p q");
-    g.use_layout(layout);
-    g.make();
-    const auto y = [](const TestGraph& of, const char* caption) {
-        return of.node(caption).GetPosition().y;
-    };
-    EXPECT_LT(y(plain, "z"), y(plain, "y"));
-    EXPECT_LT(y(g, "x"), y(g, "y"));
-    EXPECT_LT(y(g, "y"), y(g, "z"));
-    const double before = y(g, "z") - y(g, "x");
-    for (TestGraph* of : {&plain, &g}) {
-        of->add("q>w");
-        of->update(of->root());
-    }
-    EXPECT_EQ(y(g, "z") - y(g, "x"), before);
-    EXPECT_EQ(y(g, "w"), y(g, "z") + 32 + 100) << "the old phase put it right below";
-}
-
 /// Does what its base does, with every phase behind a member of its own.
 class Wrapping : public IncLayout {
 public:

@@ -1,11 +1,8 @@
 #include "tests/support/layout_probe.h"
 #include "tests/support/plain_queries.h"
-#include "tests/support/random_graph.h"
-#include "tests/support/scenario.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -37,79 +34,43 @@ std::string chain(LayoutProbe& probe, const Edge& edge, const Node& owner) {
     return text;
 }
 
-struct ChainCase {
-    std::string shows;
-    std::string words;
-    std::string edge;
-    std::string owner; ///< empty for the root
-    std::string chain;
-};
-
-void PrintTo(const ChainCase& c, std::ostream* out) {
-    *out << c.shows << ": " << c.words;
+TEST(InsertDummyNodes, AListIsAsLongAsItsEdgeAndHoldsItsDummies) {
+    struct {
+        const char* words;
+        const char* edge;
+        const char* owner;
+        const char* chain;
+    } const cases[] = {
+        // Inside one owner, forwards and backwards.
+        {"a>b", "a>b", "", "4:"},
+        {"a>a", "a>a", "", "6:"},
+        {"a>b b>a", "b>a", "", "8:"},
+        {"a>b b>c c>d a>d", "a>d", "", "8: 2@2 3-2 4@3 5-3"},
+        {"a>b b>c c>a", "c>a", "", "10: 4@2 5-2"},
+        {"a>b b>c c>d d>a", "d>a", "", "12: 4@3 5-3 6@2 7-2"},
+        // Into the owner, at the levels 1 to 3.
+        {"a>C/x", "a>x", "C", "3: 0@0"},
+        {"C/w>C/x a>x", "a>x", "C", "5: 0@0 1-1 2@1"},
+        {"C/v>C/w w>C/x a>x", "a>x", "C", "7: 0@0 1-1 2@1 3-2 4@2"},
+        // Out of it: from its last level, over two more, to the owner itself, and further up.
+        {"C/x>a", "x>a", "C", "3: 2@2"},
+        {"C/x>C/y y>C/z x>a", "x>a", "C", "7: 2@2 3-2 4@3 5-3 6@4"},
+        {"C/x>C", "x>C", "C", "3: 2@2"},
+        {"C/D/x>a", "x>a", "C", "3: 2@2"}};
+    for (const auto& c : cases) {
+        TestGraph g(c.words);
+        LayoutProbe probe(g);
+        const Node owner = *c.owner == 0 ? g.root() : g.node(c.owner);
+        probe.make_up_to("place_nodes_on_levels", owner);
+        EXPECT_EQ(chain(probe, g.edge(c.edge), owner), c.chain) << c.edge << " of " << c.words;
+    }
 }
-
-class Chains : public testing::TestWithParam<ChainCase> {};
-
-TEST_P(Chains, OfOneEdge) {
-    const ChainCase& c = GetParam();
-    TestGraph g(c.words);
-    LayoutProbe probe(g);
-    const Node owner = c.owner.empty() ? g.root() : g.node(c.owner);
-    probe.make_up_to("place_nodes_on_levels", owner);
-    EXPECT_EQ(chain(probe, g.edge(c.edge), owner), c.chain);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Make, Chains,
-    testing::Values(
-        ChainCase{"to the next level", "a>b", "a>b", "", "4:"},
-        ChainCase{"to itself", "a>a", "a>a", "", "6:"},
-        ChainCase{"to the level before", "a>b b>a", "b>a", "", "8:"},
-        ChainCase{"over two levels", "a>b b>c c>d a>d", "a>d", "", "8: 2@2 3-2 4@3 5-3"},
-        ChainCase{"back over one level", "a>b b>c c>a", "c>a", "", "10: 4@2 5-2"},
-        ChainCase{"back over two levels", "a>b b>c c>d d>a", "d>a", "", "12: 4@3 5-3 6@2 7-2"},
-        ChainCase{"into the owner at level 1", "a>C/x", "a>x", "C", "3: 0@0"},
-        ChainCase{"into the owner at level 2", "C/w>C/x a>x", "a>x", "C", "5: 0@0 1-1 2@1"},
-        ChainCase{"into the owner at level 3", "C/v>C/w w>C/x a>x", "a>x", "C",
-                  "7: 0@0 1-1 2@1 3-2 4@2"},
-        ChainCase{"out of the owner from its last level", "C/x>a", "x>a", "C", "3: 2@2"},
-        ChainCase{"out of the owner over two levels", "C/x>C/y y>C/z x>a", "x>a", "C",
-                  "7: 2@2 3-2 4@3 5-3 6@4"},
-        ChainCase{"from inside to the owner itself", "C/x>C", "x>C", "C", "3: 2@2"},
-        ChainCase{"through the owner of an owner", "C/D/x>a", "x>a", "C", "3: 2@2"}),
-    RowName());
 
 TEST(InsertDummyNodes, EnteringEdgesStandOnTheEntryLevelInTheirOrder) {
     TestGraph g("C/x a>x b>x x>d C/y");
     LayoutProbe probe(g);
     probe.make_up_to("place_nodes_on_levels", g.node("C"));
     EXPECT_EQ(probe.levels(/*with_ports=*/true), "a>x b>x | x y | x>d");
-}
-
-TEST(InsertDummyNodes, AnOwnerWithoutBorderEdgesHasEmptyBorderLevels) {
-    TestGraph g("C/x");
-    LayoutProbe probe(g);
-    probe.make_up_to("place_nodes_on_levels", g.node("C"));
-    EXPECT_EQ(probe.levels(/*with_ports=*/true), "- | x | -");
-}
-
-TEST(InsertDummyNodes, CountsTheTracksUnderBothEnds) {
-    TestGraph g("a>b b>c c>a c>a d>d");
-    LayoutProbe probe(g);
-    probe.make_up_to("place_nodes_on_levels");
-    EXPECT_EQ(probe.local("a").wrap_count, 2);
-    EXPECT_EQ(probe.local("b").wrap_count, 0);
-    EXPECT_EQ(probe.local("c").wrap_count, 2);
-    EXPECT_EQ(probe.local("d").wrap_count, 1) << "a loop counts once";
-}
-
-TEST(InsertDummyNodes, ANewListReplacesTheOldOne) {
-    TestGraph g("a>b b>c a>c");
-    LayoutProbe probe(g);
-    probe.make();
-    probe.make();
-    EXPECT_EQ(g.edge("a>c").GetBreakNodes().GetCount(), 6);
 }
 
 // An update that opens a level before the first and adds one behind the last has no exit level
@@ -121,37 +82,6 @@ TEST(InsertDummyNodes, AnEdgeOutOfTheLastLevelHasNoChainWhereTheExitLevelComesLa
     g.update(g.root());
     EXPECT_EQ(g.edge("q>a").GetBreakNodesIn(g.node("C")).GetCount(), 1);
     EXPECT_EQ(g.edge("q>a").GetBreakNodesIn(g.root()).GetCount(), 4);
-}
-
-// What length a list has by the kind of its edge, and that every segment leads to the next level.
-TEST(InsertDummyNodes, LengthsAndSegmentsOnRandomGraphs) {
-    for (unsigned seed = 0; seed < 60; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        TestGraph g;
-        grow(g, seed, shape_of_seed(seed, 30));
-        LayoutProbe probe(g);
-        probe.make_up_to("place_nodes_on_levels");
-        for (const Node& node : items(g.root().GetOwned())) {
-            for (const NodeEdgePair& pair : children_of(node)) {
-                if (hidden(node) || hidden(pair.node)) {
-                    continue;
-                }
-                const int d = probe.info(pair.node).level - probe.info(node).level;
-                const int length = d == 0 ? 6 : 2 * std::abs(d) + (d > 0 ? 2 : 6);
-                EXPECT_EQ(pair.edge.GetBreakNodesIn(g.root()).GetCount(), length) << d;
-            }
-        }
-        for (std::size_t k = 1; k + 1 < probe.level_nodes().size(); ++k) {
-            for (const Node& node : probe.level_nodes()[k]) {
-                for (const NodeEdgePair& pair : probe.local(node).out_neighbours) {
-                    EXPECT_EQ(probe.info(pair.node).level, static_cast<int>(k) + 1);
-                }
-                for (const NodeEdgePair& pair : probe.local(node).in_neighbours) {
-                    EXPECT_EQ(probe.info(pair.node).level, static_cast<int>(k) - 1);
-                }
-            }
-        }
-    }
 }
 
 // Nobody lifts the head with the nodes of this graph, and what comes before all old levels lifts

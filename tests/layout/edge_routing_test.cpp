@@ -1,8 +1,6 @@
 #include "tests/support/drawing.h"
 #include "tests/support/golden.h"
 #include "tests/support/layout_probe.h"
-#include "tests/support/plain_queries.h"
-#include "tests/support/random_graph.h"
 
 #include <gtest/gtest.h>
 
@@ -54,57 +52,6 @@ TEST(Tracks, OfAShortListPlaceTheBendsThatAreThere) {
     const tamsel7::point<double> a = g.node("a").GetPosition();
     EXPECT_EQ(bend(edge, g.node("C"), 0), (tamsel7::point<double>{a.x - 5, a.y + 22}));
     EXPECT_EQ(bend(edge, g.node("C"), 2), (tamsel7::point<double>{a.x, a.y + 10}));
-}
-
-TEST(Ports, OfParallelEdgesStandAtTheHeightOfTheirNode) {
-    TestGraph g("C/x a>x a>x x>b x>b");
-    g.make();
-    const tamsel7::point<double> x = g.node("x").GetPosition();
-    const tamsel7::point<double> c = g.node("C").GetPosition();
-    for (const std::size_t nth : {0U, 1U}) {
-        EXPECT_EQ(bend(g.edge("a>x", nth), g.node("C"), 0),
-                  (tamsel7::point<double>{c.x, x.y + 10}));
-        EXPECT_EQ(bend(g.edge("x>b", nth), g.node("C"), -1),
-                  (tamsel7::point<double>{c.x + 130, x.y + 10}));
-    }
-}
-
-// What holds for every edge of every drawing: it leaves on the right of its source and enters on
-// the left of its target, and in each owner that it crosses it ends on the border.
-TEST(Routes, OnRandomGraphsStartRightAndEndLeft) {
-    for (unsigned seed = 0; seed < 60; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        TestGraph g;
-        grow(g, seed, shape_of_seed(seed, 30));
-        g.make();
-        for (const Edge& edge : g.edges()) {
-            NodeSet route = edge.GetBreakNodes();
-            const bool nested = edge.From().GetOwner() != edge.To().GetOwner();
-            if (route.GetCount() == 0 || nested || hidden(edge.From()) || hidden(edge.To())) {
-                continue;
-            }
-            const Node from = edge.From();
-            const Node to = edge.To();
-            EXPECT_DOUBLE_EQ(bend(edge, from.GetOwner(), 0).x,
-                             from.GetPosition().x + from.GetSize().width);
-            EXPECT_DOUBLE_EQ(bend(edge, from.GetOwner(), -1).x, to.GetPosition().x);
-        }
-        for (const Node& node : g.nodes()) {
-            for (const NodeEdgePair& pair : items(GetEdgesOutEx(node))) {
-                const Node owner = node.GetOwner();
-                if (pair.edge.GetBreakNodesIn(owner).GetCount() > 0) {
-                    EXPECT_DOUBLE_EQ(bend(pair.edge, owner, -1).x,
-                                     owner.GetPosition().x + owner.GetSize().width);
-                }
-            }
-            for (const NodeEdgePair& pair : items(GetEdgesInEx(node))) {
-                const Node owner = node.GetOwner();
-                if (pair.edge.GetBreakNodesIn(owner).GetCount() > 0) {
-                    EXPECT_DOUBLE_EQ(bend(pair.edge, owner, 0).x, owner.GetPosition().x);
-                }
-            }
-        }
-    }
 }
 
 } // namespace

@@ -48,18 +48,6 @@ TEST(NestedRuns, ALeafTakesTheSizeOfItsHandlerAndLeavesTheLayoutAlone) {
     EXPECT_EQ(probe.result_size(), drawn);
 }
 
-TEST(NestedRuns, AMakeOfAnInnerOwnerForgetsItsOwnDrawingOnly) {
-    TestGraph g("A/p A/q B/r B/s");
-    g.make();
-    g.node("p").SetPosition(0, 500);
-    g.node("r").SetPosition(0, 500);
-    g.node("A").MakeLayout();
-    g.recalculate();
-    g.update(g.root());
-    EXPECT_LT(g.node("p").GetPosition().y, g.node("q").GetPosition().y);
-    EXPECT_GT(g.node("r").GetPosition().y, g.node("s").GetPosition().y) << "the old order by y";
-}
-
 TEST(NestedRuns, AMakeOfTheRootForgetsAll) {
     TestGraph g("b>c d>c");
     LayoutProbe probe(g);

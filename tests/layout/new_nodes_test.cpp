@@ -1,66 +1,55 @@
 #include "tests/support/layout_probe.h"
-#include "tests/support/scenario.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <vector>
 
 namespace {
 
 using namespace nurvex7;
 using namespace nurvex7::testing_support;
 
-/// An old p beside two old nodes a and b of height 20, and new nodes that p leads to. All y are
-/// told from the top of a.
-struct SpaceCase {
-    std::string shows;
-    double centre_of_p;
-    double top_of_b;
-    std::string added;
-    std::vector<double> tops; ///< of the new nodes, in the order of their captions n, o
-};
-
-void PrintTo(const SpaceCase& c, std::ostream* out) {
-    *out << c.shows;
-}
-
-class Spaces : public testing::TestWithParam<SpaceCase> {};
-
-TEST_P(Spaces, ForNewNodes) {
-    const SpaceCase& c = GetParam();
-    TestGraph g("p>a p>b");
-    LayoutProbe probe(g);
-    probe.make();
-    g.node("a").SetPosition(0, 0);
-    g.node("b").SetPosition(0, c.top_of_b);
-    g.node("p").SetPosition(0, c.centre_of_p - 10);
-    g.add(c.added);
-    probe.update();
-    const double top = g.node("a").GetPosition().y;
-    EXPECT_EQ(g.node("b").GetPosition().y - top, c.top_of_b) << "old nodes stay";
-    EXPECT_EQ(g.node("p").GetPosition().y - top, c.centre_of_p - 10) << "old nodes stay";
-    EXPECT_EQ(g.node("n").GetPosition().y - top, c.tops[0]);
-    if (c.tops.size() > 1) {
-        EXPECT_EQ(g.node("o").GetPosition().y - top, c.tops[1]);
+// An old p beside two old nodes a and b of height 20, and new nodes that p leads to. All y are told
+// from the top of a.
+TEST(NewNodesYCoords, ANewNodeTakesAFreeSpaceNearItsNeighbours) {
+    struct {
+        const char* shows;
+        double centre_of_p;
+        double top_of_b;
+        const char* added;
+        std::vector<double> tops; ///< of the new nodes, in the order of their captions n, o
+    } const cases[] = {
+        {"right beside its neighbour where there is room", 60, 100, "p>n", {50}},
+        {"pulled no further than the space reaches", 30, 100, "p>n", {32}},
+        {"or ends", 90, 100, "p>n", {68}},
+        {"a space of exactly its need is too small", 42, 64, "p>n", {96}},
+        {"the nearer of the spaces that can take it", 29, 40, "p>n", {-32}},
+        {"at equal distance the one further down", 30, 40, "p>n", {72}},
+        {"what is planned for a space is not planned again", 50, 80, "p>n p>o", {40, 112}},
+        {"two in one space", 60, 160, "p>n p>o", {34, 66}},
+        {"above all they end at the first old node", -200, 100, "p>n p>o", {-226, -194}},
+        {"and are stacked upwards from it", -10, 30, "p>n p>o", {-64, -32}},
+        {"without neighbours the ideal is 0, here above p", 200, 300, "n", {158}},
+        {"or below it", -80, 300, "n", {-58}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.shows);
+        TestGraph g("p>a p>b");
+        LayoutProbe probe(g);
+        probe.make();
+        g.node("a").SetPosition(0, 0);
+        g.node("b").SetPosition(0, c.top_of_b);
+        g.node("p").SetPosition(0, c.centre_of_p - 10);
+        g.add(c.added);
+        probe.update();
+        const double top = g.node("a").GetPosition().y;
+        EXPECT_EQ(g.node("b").GetPosition().y - top, c.top_of_b) << "old nodes stay";
+        EXPECT_EQ(g.node("p").GetPosition().y - top, c.centre_of_p - 10) << "old nodes stay";
+        const char* const captions[] = {"n", "o"};
+        for (std::size_t i = 0; i < c.tops.size(); ++i) {
+            EXPECT_EQ(g.node(captions[i]).GetPosition().y - top, c.tops[i]);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Update, Spaces,
-    testing::Values(
-        SpaceCase{"right beside its neighbour where there is room", 60, 100, "p>n", {50}},
-        SpaceCase{"pulled no further than the space reaches", 30, 100, "p>n", {32}},
-        SpaceCase{"or ends", 90, 100, "p>n", {68}},
-        SpaceCase{"a space of exactly its need is too small", 42, 64, "p>n", {96}},
-        SpaceCase{"the nearer of the spaces that can take it", 29, 40, "p>n", {-32}},
-        SpaceCase{"at equal distance the one further down", 30, 40, "p>n", {72}},
-        SpaceCase{"what is planned for a space is not planned again", 50, 80, "p>n p>o", {40, 112}},
-        SpaceCase{"two in one space", 60, 160, "p>n p>o", {34, 66}},
-        SpaceCase{"above all they end at the first old node", -200, 100, "p>n p>o", {-226, -194}},
-        SpaceCase{"and are stacked upwards from it", -10, 30, "p>n p>o", {-64, -32}},
-        SpaceCase{"without neighbours the ideal is 0, here above p", 200, 300, "n", {158}},
-        SpaceCase{"or below it", -80, 300, "n", {-58}}),
-    RowName());
 
 TEST(NewNodesYCoords, ALevelOfNewNodesAloneFollowsItsNeighbours) {
     TestGraph g("a b c");

@@ -11,31 +11,6 @@ namespace {
 using namespace nurvex7;
 using namespace nurvex7::testing_support;
 
-struct Change {
-    const char* what;
-    const char* words; ///< the graph that is drawn first
-    std::function<void(TestGraph&)> change;
-    UpdateOutlook expected;
-};
-
-void PrintTo(const Change& c, std::ostream* out) {
-    *out << c.what;
-}
-
-class LookAhead : public testing::TestWithParam<Change> {};
-
-TEST_P(LookAhead, TellsWhatAnUpdateWouldMeet) {
-    TestGraph g(GetParam().words);
-    g.make();
-    GetParam().change(g);
-    EXPECT_EQ(g.layout.LookAhead(g.root()), GetParam().expected);
-    EXPECT_EQ(g.layout.LookAhead(g.root()), GetParam().expected) << "asking changed the answer";
-    if (GetParam().expected != UpdateOutlook::DOES_NOT_FIT) {
-        g.update(g.root()); // ends
-        EXPECT_NE(g.layout.LookAhead(g.root()), UpdateOutlook::FITS);
-    }
-}
-
 void nothing(TestGraph&) {}
 
 std::function<void(TestGraph&)> adding(const std::string& words) {
@@ -52,64 +27,60 @@ void move_in_before_all(TestGraph& g) {
     g.add_edge(between, g.node("a"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Changes, LookAhead,
-    testing::Values(
-        Change{"no change", "a>b b>c", nothing, UpdateOutlook::NOTHING_NEW},
-        Change{"a node beside an old one", "a>b", adding("b>c"), UpdateOutlook::FITS},
-        Change{"an edge between old nodes", "a>b b>c", adding("a>c"), UpdateOutlook::FITS},
-        Change{"a component that is all new", "a>b", adding("c>d d>e"), UpdateOutlook::FITS},
-        Change{"a chain of two on an old node", "a>b", adding("b>c c>d"),
-               UpdateOutlook::DOES_NOT_FIT},
-        Change{"a chain that begins at the node without a place", "C/x gone a>b",
-               move_in_before_all, UpdateOutlook::DOES_NOT_FIT},
-        Change{"a chain inside a cluster", "C/a>C/b C>d", adding("C/b>C/c C/c>C/e"),
-               UpdateOutlook::DOES_NOT_FIT},
-        Change{"a node that was hidden and is shown", "a>b !b",
-               [](TestGraph& g) { Show(g.node("b")); }, UpdateOutlook::FITS},
-        Change{"a new node on one that stays hidden", "a>b a>c !b", adding("b>d"),
-               UpdateOutlook::DOES_NOT_FIT},
-        Change{"an old node that is hidden now", "a>b b>c", [](TestGraph& g) { Hide(g.node("b")); },
-               UpdateOutlook::NOTHING_NEW},
-        Change{"a node that met a resize first", "a>b",
-               [](TestGraph& g) {
-                   g.add("b>c");
-                   g.resize(g.root());
-               },
-               UpdateOutlook::FITS}));
+TEST(LookAhead, TellsWhatAnUpdateWouldMeet) {
+    struct {
+        const char* what;
+        const char* words; ///< the graph that is drawn first
+        std::function<void(TestGraph&)> change;
+        UpdateOutlook expected;
+    } const changes[] = {
+        {"no change", "a>b b>c", nothing, UpdateOutlook::NOTHING_NEW},
+        {"a node beside an old one", "a>b", adding("b>c"), UpdateOutlook::FITS},
+        {"an edge between old nodes", "a>b b>c", adding("a>c"), UpdateOutlook::FITS},
+        {"a component that is all new", "a>b", adding("c>d d>e"), UpdateOutlook::FITS},
+        {"a chain of two on an old node", "a>b", adding("b>c c>d"), UpdateOutlook::DOES_NOT_FIT},
+        {"a chain that begins at the node without a place", "C/x gone a>b", move_in_before_all,
+         UpdateOutlook::DOES_NOT_FIT},
+        {"a node that was hidden and is shown", "a>b !b", [](TestGraph& g) { Show(g.node("b")); },
+         UpdateOutlook::FITS},
+        {"a new node on one that stays hidden", "a>b a>c !b", adding("b>d"),
+         UpdateOutlook::DOES_NOT_FIT},
+        {"an old node that is hidden now", "a>b b>c", [](TestGraph& g) { Hide(g.node("b")); },
+         UpdateOutlook::NOTHING_NEW},
+        {"a node that met a resize first", "a>b",
+         [](TestGraph& g) {
+             g.add("b>c");
+             g.resize(g.root());
+         },
+         UpdateOutlook::FITS}};
+    for (const auto& c : changes) {
+        SCOPED_TRACE(c.what);
+        TestGraph g(c.words);
+        g.make();
+        c.change(g);
+        EXPECT_EQ(g.layout.LookAhead(g.root()), c.expected);
+        EXPECT_EQ(g.layout.LookAhead(g.root()), c.expected) << "asking changed the answer";
+        if (c.expected != UpdateOutlook::DOES_NOT_FIT) {
+            g.update(g.root()); // ends
+            EXPECT_NE(g.layout.LookAhead(g.root()), UpdateOutlook::FITS);
+        }
+    }
+}
 
-TEST(LookAhead, AnOwnerWithoutADrawingHasNeverBeenLaidOut) {
-    TestGraph g("C/a>C/b");
-    EXPECT_EQ(g.layout.LookAhead(g.root()), UpdateOutlook::NEVER_LAID_OUT);
+TEST(LookAhead, SeesIntoInnerOwnersWhoeverServesThemAndMakesNoRecord) {
+    TestGraph g("C/a>C/b C>d");
     EXPECT_EQ(g.layout.LookAhead(g.node("C")), UpdateOutlook::NEVER_LAID_OUT);
     EXPECT_EQ(g.layout.LookAhead(g.node("a")), UpdateOutlook::NOTHING_NEW);
-}
-
-TEST(LookAhead, AloneNamesTheOwnerThatDoesNotFit) {
-    TestGraph g("C/a>C/b C>d");
-    g.make();
-    g.add("C/b>C/c C/c>C/e");
-    EXPECT_EQ(g.layout.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
-    EXPECT_EQ(g.layout.LookAheadAlone(g.root()), UpdateOutlook::NOTHING_NEW);
-    EXPECT_EQ(g.layout.LookAheadAlone(g.node("C")), UpdateOutlook::DOES_NOT_FIT);
-}
-
-TEST(LookAhead, SeesIntoOwnersThatAnotherLayoutServes) {
-    TestGraph g("C/a>C/b C>d");
     g.make();
     const IncLayout other;
     EXPECT_EQ(other.LookAhead(g.root()), UpdateOutlook::NEVER_LAID_OUT);
     g.add("C/b>C/c C/c>C/e");
-    EXPECT_EQ(other.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
-}
-
-TEST(LookAhead, MakesNoRecord) {
-    TestGraph g("C/a>C/b C/b>d");
-    g.make();
-    g.add("C/b>C/e e>d");
     const auto* store = dynamic_cast<DefaultGraphVis*>(g.root().get_vis().get());
     const std::size_t before = store->get_node_record_count();
-    g.layout.LookAhead(g.root());
+    EXPECT_EQ(other.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
+    EXPECT_EQ(g.layout.LookAhead(g.root()), UpdateOutlook::DOES_NOT_FIT);
+    EXPECT_EQ(g.layout.LookAheadAlone(g.root()), UpdateOutlook::NOTHING_NEW);
+    EXPECT_EQ(g.layout.LookAheadAlone(g.node("C")), UpdateOutlook::DOES_NOT_FIT);
     EXPECT_EQ(store->get_node_record_count(), before);
 }
 

@@ -7,23 +7,17 @@ namespace {
 
 using namespace nurvex7;
 
-TEST(Graph, AFreshOneHasItsRootQueued) {
-    const Graph graph;
-    const Node root = graph.GetRoot();
-    EXPECT_EQ(root.GetID(), 0);
-    EXPECT_EQ(root.GetOwned().GetCount(), 0);
-    const auto queued = root.get_vis()->get_make_list();
-    ASSERT_EQ(queued->GetCount(), 1);
-    EXPECT_TRUE(queued->GetItem(0) == 0);
-}
-
-TEST(Graph, TakesAStorageWithARootOfAnotherKind) {
+TEST(Graph, QueuesItsRootWhateverKindItIsOf) {
     struct named_root : DefaultRootNodeImpl {
         std::string get_caption() const override { return "top"; }
     };
     const Graph graph(new DefaultStorage(new named_root));
-    EXPECT_EQ(graph.GetRoot().GetCaption(), "top");
-    EXPECT_TRUE(graph.GetRoot().AddNode().GetOwner() == graph.GetRoot());
+    Node root = graph.GetRoot();
+    EXPECT_EQ(root.GetCaption(), "top");
+    EXPECT_TRUE(root.AddNode().GetOwner() == root);
+    const auto queued = root.get_vis()->get_make_list();
+    ASSERT_EQ(queued->GetCount(), 1);
+    EXPECT_TRUE(queued->GetItem(0) == 0);
 }
 
 TEST(Graph, AnotherStorageKeepsRecordsAndQueues) {

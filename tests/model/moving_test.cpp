@@ -73,60 +73,27 @@ TEST(ShiftPosition, AgreesWithThePlainFormToTheLastBit) {
     }
 }
 
-/// A nest with the cluster at (100, 50), its child at (10, 10) in it, a grandchild at (1, 1).
-class ShiftedNest : public testing::Test {
-protected:
-    void SetUp() override {
-        cluster.SetPosition(100, 50);
-        child.SetPosition(10, 10);
-        grandchild.SetPosition(1, 1);
-    }
-
-    TestGraph g{"C/D/a b"};
+// A cluster at (100, 50), its child at (10, 10) in it, a grandchild at (1, 1) in that.
+TEST(ShiftPosition, GoesBackAfterNothingAndIsDoneOncePerLevelOtherwise) {
+    const TestGraph g("C/D/a b");
     Node cluster = g.node("C");
     Node child = g.node("D");
     Node grandchild = g.node("a");
-};
-
-TEST_F(ShiftedNest, ByNothingBecomesAbsoluteAndGoesBack) {
+    cluster.SetPosition(100, 50);
+    child.SetPosition(10, 10);
+    grandchild.SetPosition(1, 1);
     ShiftPosition(cluster, 0, 0);
     EXPECT_EQ(cluster.GetPosition(), (point{100, 50}));
     EXPECT_EQ(child.GetPosition(), (point{110, 60}));
     EXPECT_EQ(grandchild.GetPosition(), (point{111, 61}));
     UnshiftPosition(cluster);
-    EXPECT_EQ(cluster.GetPosition(), (point{100, 50}));
     EXPECT_EQ(child.GetPosition(), (point{10, 10}));
     EXPECT_EQ(grandchild.GetPosition(), (point{1, 1}));
-}
-
-// Deliberate: the inside gets the shift from its owner's new place and once more by itself.
-TEST_F(ShiftedNest, BySomethingGetsItOncePerLevel) {
+    // Deliberate: the inside gets the shift from its owner's new place and once more by itself.
     ShiftPosition(cluster, 5, 0);
     EXPECT_EQ(cluster.GetPosition(), (point{105, 50}));
     EXPECT_EQ(child.GetPosition(), (point{120, 60}));
     EXPECT_EQ(grandchild.GetPosition(), (point{126, 61}));
-}
-
-TEST(ShiftWithEdges, MovesTheBendsOfEachEdgeOfAClusterOnce) {
-    TestGraph g("a>b a>a");
-    Edge edge = g.edge("a>b");
-    Edge loop = g.edge("a>a");
-    edge.AddBreakNodesIn(g.root(), 1);
-    loop.AddBreakNodesIn(g.root(), 1);
-    ShiftWithEdges(g.node("a"), {3, 4});
-    ShiftWithEdges(g.node("b"), {3, 4});
-    EXPECT_EQ(edge.GetBreakNodes().GetItem(0).GetPosition(), (point{3, 4}));
-    EXPECT_EQ(loop.GetBreakNodes().GetItem(0).GetPosition(), (point{3, 4}));
-}
-
-TEST(ShiftWithEdges, MovesTheBendsOfACrossingEdgeInsideTheOwnerOnly) {
-    TestGraph g("C/a>b");
-    Edge edge = g.edge("a>b");
-    edge.AddBreakNodesIn(g.node("C"), 1);
-    edge.AddBreakNodesIn(g.root(), 1);
-    ShiftWithEdges(g.node("a"), {3, 4});
-    EXPECT_EQ(edge.GetBreakNodes().GetItem(0).GetPosition(), (point{3, 4}));
-    EXPECT_EQ(edge.GetBreakNodes().GetItem(1).GetPosition(), (point{0, 0}));
 }
 
 TEST(ShiftWithEdges, TheRootMovesAgainstNothing) {

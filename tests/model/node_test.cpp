@@ -44,27 +44,17 @@ TEST_F(Handles, SetsAreLiveViews) {
     NodeSet owned = root.GetOwned();
     Node a = add(root, "a");
     const Node b = add(root, "b");
-    EXPECT_EQ(captions(owned), "a b");
-    EXPECT_LT(a.GetID(), b.GetID());
     EdgeSet out = a.GetEdgesOut();
     Edge edge = a.LinkTo(b);
     EXPECT_TRUE(out.GetItem(0) == edge);
-    EXPECT_TRUE(edge.From() == a);
-    EXPECT_TRUE(edge.To() == b);
-    EXPECT_EQ(captions(a.GetChildren()), "b");
-    EXPECT_EQ(captions(b.GetParents()), "a");
+    EXPECT_TRUE(edge.From() == a && edge.To() == b);
+    EXPECT_EQ(captions(a.GetChildren()) + captions(b.GetParents()), "ba");
     edge.Remove();
     EXPECT_EQ(out.GetCount(), 0);
     a.Remove();
     EXPECT_EQ(captions(owned), "b");
-}
-
-TEST_F(Handles, TheRootHasNoOwnerAndNoEdges) {
-    EXPECT_TRUE(root.IsDummy());
     EXPECT_EQ(root.GetOwner().get_impl().get(), nullptr);
-    EXPECT_EQ(root.LinkTo(add(root, "a")).get_impl().get(), nullptr);
-    root.SetCondition(1);
-    EXPECT_EQ(root.GetCondition(), 0);
+    EXPECT_EQ(root.LinkTo(b).get_impl().get(), nullptr);
 }
 
 TEST_F(Handles, AKeptHandleOfARemovedNodeMakesAFreshRecord) {

@@ -50,101 +50,78 @@ struct Loaded {
     std::string content;
 };
 
-struct Scenario {
-    std::string name;
-    std::string text;
-    std::string content;
-    int result = 1;
-};
-
-void PrintTo(const Scenario& scenario, std::ostream* out) {
-    *out << scenario.name;
+TEST(Load, GivesTheGraphOfTheText) {
+    struct {
+        const char* shows;
+        const char* text;
+        const char* content;
+        int result = 1;
+    } const cases[] = {
+        {"nothing", "", ""},
+        {"only a first line", "title", ""},
+        {"nodes and edges", "t\n[nodes]\n1 \"a\" 0 0\n2 \"b\" 0 0\n[edges]\n1 2 \"e\"\n",
+         "a b a>b:e"},
+        {"no newline at the end", "t\n[nodes]\n1 \"a\" 0 0", "a"},
+        {"a header on the first line is swallowed", "[nodes]\n1 \"a\" 0 0\n", ""},
+        {"lines before a header and in types", "t\n1 \"a\" 0 0\n[types]\n1 \"b\" 0 0\n", ""},
+        {"a header is the whole line", "t\n[nodes] \n1 \"a\" 0 0\n", ""},
+        {"an owner below its owned",
+         "t\n[nodes]\n1 \"a\" 0 2\n[clusters]\n2 \"C\" 0 0\n[nodes]\n3 \"b\" 0 2\n", "C(a b)"},
+        {"owned stand by their number in the file",
+         "t\n[nodes]\n9 \"C\" 0 0\n3 \"c\" 0 9\n2 \"b\" 0 9\n1 \"a\" 0 0\n", "C(b c) a"},
+        {"owners in a circle: the last one is refused", "t\n[nodes]\n1 \"a\" 0 2\n2 \"b\" 0 1\n",
+         "b(a)"},
+        {"a number twice: the second node stays at the top",
+         "t\n[nodes]\n1 \"C\" 0 0\n2 \"a\" 0 0\n2 \"b\" 0 1\n[edges]\n2 1 \"\"\n", "C a b a>C"},
+        {"quotes inside the caption", "t\n[nodes]\n1 \"a \"b\" c\" 0 0\n", "a \"b\" c"},
+        {"no quote: the line is all its parts", "t\n[nodes]\n7 0\n", "7 0"},
+        {"one quote: the rest is the caption and the numbers", "t\n[nodes]\n1 \"5 0\n", "5 0"},
+        {"edges without quotes", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 1\n", "a a>a:1 1"},
+        {"blank lines and lines without a number",
+         "t\n[nodes]\n\n  \n-1 \"x\" 0 0\n \"y\" 0 0\n1 \"a\" 0 0\n[edges]\n\n-1 9 \"\"\n", "a"},
+        {"a carriage return is white space behind a number", "t\n[nodes]\n1 \"a\" 0 0\r\n", "a"},
+        {"negative numbers name nodes", "t\n[nodes]\n-5 \"a\" 0 0\n2 \"b\" 0 -5\n", "a(b)"},
+        {"the number 0 is a node and no owner",
+         "t\n[nodes]\n0 \"a\" 0 0\n1 \"b\" 0 0\n[edges]\n0 1 \"\"\n", "a b a>b"},
+        // Faulty ones end with 0 and leave nothing behind.
+        {"an edge to nothing", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 2 \"\"\n", "", 0},
+        {"an edge above its node",
+         "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 2 \"\"\n[nodes]\n2 \"b\" 0 0\n", "", 0},
+        {"an edge with one number", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 \"\"\n", "", 0},
+        {"an unknown owner", "t\n[nodes]\n1 \"a\" 0 0\n2 \"b\" 0 7\n", "", 0},
+        {"a node without numbers behind the caption", "t\n[nodes]\n1 \"a\"\n", "", 0},
+        {"a malformed type leaves no owner", "t\n[nodes]\n1 \"a\" x 0\n", "", 0},
+        // Of a thread the path through its first main children is shown, and nothing else.
+        {"the path through the first main children is shown",
+         "t\n[nodes]\n1 \"Thread\" 0 0\n2 \"main x\" 0 0\n3 \"a\" 0 0\n4 \"main y\" 0 0\n"
+         "5 \"b\" 0 0\n6 \"main z\" 0 0\n7 \"c\" 0 0\n8 \"d\" 0 0\n[edges]\n1 4 \"\"\n"
+         "1 2 \"\"\n1 3 \"\"\n2 6 \"\"\n6 7 \"\"\n4 5 \"\"\n",
+         "Thread main x a main y !b main z c !d Thread>main y Thread>main x Thread>a "
+         "main x>main z main y>b main z>c"},
+        {"two threads that meet",
+         "t\n[nodes]\n1 \"Thread 1\" 0 0\n2 \"Thread 2\" 0 0\n3 \"main\" 0 0\n"
+         "4 \"a\" 0 3\n5 \"b\" 0 0\n[edges]\n1 3 \"\"\n2 3 \"\"\n3 5 \"\"\n",
+         "Thread 1 Thread 2 main(!a) b Thread 1>main Thread 2>main main>b"},
+        {"case matters", "t\n[nodes]\n1 \"thread\" 0 0\n2 \"a\" 0 0\n", "thread a"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.shows);
+        const Loaded loaded(c.text);
+        EXPECT_EQ(loaded.result, c.result);
+        EXPECT_EQ(loaded.content, c.content);
+    }
 }
 
-class TextGraph : public testing::TestWithParam<Scenario> {};
-
-TEST_P(TextGraph, GivesTheGraph) {
-    const Loaded loaded(GetParam().text);
-    EXPECT_EQ(loaded.result, GetParam().result);
-    EXPECT_EQ(loaded.content, GetParam().content);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Whole, TextGraph,
-    testing::Values(
-        Scenario{"nothing", "", ""}, Scenario{"only a first line", "title", ""},
-        Scenario{"nodes and edges", "t\n[nodes]\n1 \"a\" 0 0\n2 \"b\" 0 0\n[edges]\n1 2 \"e\"\n",
-                 "a b a>b:e"},
-        Scenario{"no newline at the end", "t\n[nodes]\n1 \"a\" 0 0", "a"},
-        Scenario{"a header on the first line is swallowed", "[nodes]\n1 \"a\" 0 0\n", ""},
-        Scenario{"lines before a header and in types", "t\n1 \"a\" 0 0\n[types]\n1 \"b\" 0 0\n",
-                 ""},
-        Scenario{"a header is the whole line", "t\n[nodes] \n1 \"a\" 0 0\n", ""},
-        Scenario{"an owner below its owned",
-                 "t\n[nodes]\n1 \"a\" 0 2\n[clusters]\n2 \"C\" 0 0\n[nodes]\n3 \"b\" 0 2\n",
-                 "C(a b)"},
-        Scenario{"owned stand by their number in the file",
-                 "t\n[nodes]\n9 \"C\" 0 0\n3 \"c\" 0 9\n2 \"b\" 0 9\n1 \"a\" 0 0\n", "C(b c) a"},
-        Scenario{"owners in a circle: the last one is refused",
-                 "t\n[nodes]\n1 \"a\" 0 2\n2 \"b\" 0 1\n", "b(a)"},
-        Scenario{"a number twice: the second node stays at the top",
-                 "t\n[nodes]\n1 \"C\" 0 0\n2 \"a\" 0 0\n2 \"b\" 0 1\n[edges]\n2 1 \"\"\n",
-                 "C a b a>C"},
-        Scenario{"quotes inside the caption", "t\n[nodes]\n1 \"a \"b\" c\" 0 0\n", "a \"b\" c"},
-        Scenario{"no quote: the line is all its parts", "t\n[nodes]\n7 0\n", "7 0"},
-        Scenario{"one quote: the rest is the caption and the numbers", "t\n[nodes]\n1 \"5 0\n",
-                 "5 0"},
-        Scenario{"edges without quotes", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 1\n", "a a>a:1 1"},
-        Scenario{"blank lines and lines without a number",
-                 "t\n[nodes]\n\n  \n-1 \"x\" 0 0\n \"y\" 0 0\n1 \"a\" 0 0\n[edges]\n\n-1 9 \"\"\n",
-                 "a"},
-        Scenario{"a carriage return is white space behind a number", "t\n[nodes]\n1 \"a\" 0 0\r\n",
-                 "a"},
-        Scenario{"negative numbers name nodes", "t\n[nodes]\n-5 \"a\" 0 0\n2 \"b\" 0 -5\n", "a(b)"},
-        Scenario{"the number 0 is a node and no owner",
-                 "t\n[nodes]\n0 \"a\" 0 0\n1 \"b\" 0 0\n[edges]\n0 1 \"\"\n", "a b a>b"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Faulty, TextGraph,
-    testing::Values(
-        Scenario{"an edge to nothing", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 2 \"\"\n", "", 0},
-        Scenario{"an edge above its node",
-                 "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 2 \"\"\n[nodes]\n2 \"b\" 0 0\n", "", 0},
-        Scenario{"an edge with one number", "t\n[nodes]\n1 \"a\" 0 0\n[edges]\n1 \"\"\n", "", 0},
-        Scenario{"an unknown owner", "t\n[nodes]\n1 \"a\" 0 0\n2 \"b\" 0 7\n", "", 0},
-        Scenario{"a node without numbers behind the caption", "t\n[nodes]\n1 \"a\"\n", "", 0},
-        Scenario{"a malformed type leaves no owner", "t\n[nodes]\n1 \"a\" x 0\n", "", 0}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Threads, TextGraph,
-    testing::Values(
-        Scenario{"the path through the first main children is shown",
-                 "t\n[nodes]\n1 \"Thread\" 0 0\n2 \"main x\" 0 0\n3 \"a\" 0 0\n4 \"main y\" 0 0\n"
-                 "5 \"b\" 0 0\n6 \"main z\" 0 0\n7 \"c\" 0 0\n8 \"d\" 0 0\n[edges]\n1 4 \"\"\n"
-                 "1 2 \"\"\n1 3 \"\"\n2 6 \"\"\n6 7 \"\"\n4 5 \"\"\n",
-                 "Thread main x a main y !b main z c !d Thread>main y Thread>main x Thread>a "
-                 "main x>main z main y>b main z>c"},
-        Scenario{"two threads that meet",
-                 "t\n[nodes]\n1 \"Thread 1\" 0 0\n2 \"Thread 2\" 0 0\n3 \"main\" 0 0\n"
-                 "4 \"a\" 0 3\n5 \"b\" 0 0\n[edges]\n1 3 \"\"\n2 3 \"\"\n3 5 \"\"\n",
-                 "Thread 1 Thread 2 main(!a) b Thread 1>main Thread 2>main main>b"},
-        Scenario{"case matters", "t\n[nodes]\n1 \"thread\" 0 0\n2 \"a\" 0 0\n", "thread a"}));
-
-TEST(Load, LeavesNothingNewAndQueuesNothing) {
+TEST(Load, LeavesNothingNewAndQueuesNothingAndTakesABrokenStreamAsEmpty) {
     const Loaded loaded("t\n[nodes]\n1 \"Thread\" 0 0\n2 \"a\" 0 0\n[edges]\n1 2 \"\"\n");
     const Node root = loaded.graph->GetRoot();
     const auto expect_old = [](const Node& node) { EXPECT_FALSE(IsFlagSet(node, NODE_NEW)); };
     ForEachNodeIn(root, expect_old, false, false);
     EXPECT_EQ(root.get_vis()->get_make_list()->GetCount(), 1) << "the root of a new graph";
     EXPECT_EQ(root.get_vis()->get_update_list()->GetCount(), 0);
-}
-
-TEST(Load, AStreamThatCannotBeReadCountsAsEmpty) {
-    graph_ptr2<Graph> graph(new Graph, true);
     std::istringstream in("t\n[nodes]\n1 \"a\" 0 0\n");
     in.setstate(std::ios::failbit);
-    EXPECT_EQ(Load(graph, in), 1);
-    EXPECT_EQ(graph->GetRoot().GetOwned().GetCount(), 0);
+    EXPECT_EQ(Load(loaded.graph, in), 1);
+    EXPECT_EQ(root.GetOwned().GetCount(), 0);
 }
 
 /// The same fields as a stream reads them.
@@ -178,33 +155,13 @@ void expect_what_a_stream_reads(const std::string& text) {
 }
 
 TEST(ReadNumbers, AsAStreamDoesAtTheEdges) {
-    for (const char* text : {"",
-                             " ",
-                             "-",
-                             "+",
-                             "+-1",
-                             "- 5",
-                             "--5",
-                             "5-",
-                             "5 -",
-                             "007 8",
-                             "0x10 1",
-                             "2147483647 1",
-                             "2147483648 1",
-                             "-2147483648 1",
-                             "-2147483649 1",
-                             "-21474836480 1",
-                             "21474836480 1",
-                             "99999999999999999999999 1",
-                             "-99999999999999999999999",
-                             "1e5 2",
-                             "1.5 2",
-                             "1,000 2",
-                             "1\f2",
-                             "\n1\n2",
-                             "x 1",
-                             "1 x",
-                             "00000000000000000000000000001 2"}) {
+    // clang-format off
+    for (const char* text :
+         {"", " ", "-", "+", "+-1", "- 5", "--5", "5-", "5 -", "007 8", "0x10 1", "2147483647 1",
+          "2147483648 1", "-2147483648 1", "-2147483649 1", "-21474836480 1", "21474836480 1",
+          "99999999999999999999999 1", "-99999999999999999999999", "1e5 2", "1.5 2", "1,000 2",
+          "1\f2", "\n1\n2", "x 1", "1 x", "00000000000000000000000000001 2"}) {
+        // clang-format on
         expect_what_a_stream_reads(text);
     }
     expect_what_a_stream_reads(std::string("1\0 2", 4));

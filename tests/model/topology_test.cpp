@@ -42,50 +42,17 @@ std::string captions(const Set& set) {
     return text;
 }
 
-TEST_F(Topology, NeighboursAreDistinctAndStandById) {
+// What a kept handle tells after every change is compared with the plain form of the steps in
+// another place; here stands what would look like a slip, and what the plain form leaves out.
+TEST_F(Topology, ASetThatWasTakenBeforeStaysLive) {
     const node_ptr a = add("a");
     const node_ptr b = add("b");
-    const node_ptr c = add("c");
-    link(a, c);
     link(a, b);
-    link(a, c);
-    link(a, a);
-    EXPECT_EQ(captions(a->get_children()), "a b c");
-    EXPECT_EQ(captions(a->get_edges_out()), "a>c a>b a>c a>a");
-    EXPECT_EQ(captions(c->get_parents()), "a");
-    EXPECT_EQ(c->get_edges_in()->GetCount(), 2);
-}
-
-TEST_F(Topology, NeighboursFollowEveryChangeOfTheEdges) {
-    const node_ptr a = add("a");
-    const node_ptr b = add("b");
-    const node_ptr c = add("c");
-    const edge_ptr ab = link(a, b);
     const graph_ptr<node_impl_set> children = a->get_children();
-    EXPECT_EQ(captions(children), "b");
-    link(a, c);
+    link(a, add("c"));
+    link(a, b);
     EXPECT_EQ(captions(a->get_children()), "b c");
-    EXPECT_EQ(captions(children), "b c") << "a set that was taken before stays live";
-    EXPECT_EQ(captions(b->get_parents()), "a");
-    ab->remove();
-    EXPECT_EQ(captions(a->get_children()), "c");
-    EXPECT_EQ(captions(b->get_parents()), "");
-}
-
-TEST_F(Topology, RemovingAnEdgeTakesExactlyThatEdge) {
-    const node_ptr a = add("a");
-    const node_ptr b = add("b");
-    const edge_ptr first = link(a, b);
-    const edge_ptr second = link(a, b);
-    const edge_ptr third = link(a, b);
-    second->remove();
-    EXPECT_EQ(second->from().get(), nullptr);
-    EXPECT_EQ(second->to().get(), nullptr);
-    EXPECT_EQ(a->get_edges_out()->GetCount(), 2);
-    EXPECT_TRUE(b->get_edges_in()->GetItem(0) == first);
-    EXPECT_TRUE(b->get_edges_in()->GetItem(1) == third);
-    second->remove(); // once more, to no effect
-    EXPECT_EQ(a->get_edges_out()->GetCount(), 2);
+    EXPECT_EQ(captions(children), "b c");
 }
 
 // Deliberate: the edge in turn is gone from the set of the deleted node when it is searched there,
@@ -136,26 +103,6 @@ TEST_F(Topology, ADeletedSourceStaysTheSourceOfItsEdges) {
     EXPECT_EQ(captions(b->get_parents()), "a");
 }
 
-TEST_F(Topology, ARemovedOwnerTakesItsInsideAlong) {
-    const node_ptr outer = add("outer");
-    const node_ptr inner = add(outer, "inner");
-    const node_ptr leaf = add(inner, "leaf");
-    const node_ptr beside = add("beside");
-    link(leaf, beside);
-    const edge_ptr back = link(beside, leaf);
-    outer->remove();
-    EXPECT_EQ(captions(root->get_owned()), "beside");
-    for (const node_ptr& gone : {outer, inner, leaf}) {
-        EXPECT_EQ(gone->get_owner().get(), nullptr);
-        EXPECT_EQ(gone->get_owned()->GetCount(), 0);
-        EXPECT_NE(gone->get_id(), 0);
-    }
-    EXPECT_EQ(back->from().get(), nullptr);
-    root->remove();
-    EXPECT_EQ(root->get_owned()->GetCount(), 0);
-    EXPECT_EQ(captions(add("again")->get_owner()->get_owned()), "again");
-}
-
 // Callers may hold no more than an address.
 TEST_F(Topology, RemovalBearsThatTheGraphHoldsTheLastCount) {
     INodeImpl* const a = add("a").get();
@@ -166,30 +113,6 @@ TEST_F(Topology, RemovalBearsThatTheGraphHoldsTheLastCount) {
     EXPECT_EQ(b->get_edges_in()->GetCount(), 0);
     a->remove();
     EXPECT_EQ(root->get_owned()->GetCount(), 0);
-}
-
-TEST_F(Topology, SiblingsStandByIdAfterARemoval) {
-    const node_ptr a = add("a");
-    const node_ptr b = add("b");
-    const node_ptr c = add("c");
-    const node_ptr d = add("d");
-    a->set_owner(root); // to the end
-    EXPECT_EQ(captions(root->get_owned()), "b c d a");
-    c->remove();
-    EXPECT_EQ(captions(root->get_owned()), "a b d");
-}
-
-TEST_F(Topology, AMoveBelowADescendantIsRefused) {
-    const node_ptr a = add("a");
-    const node_ptr b = add(a, "b");
-    const node_ptr c = add(b, "c");
-    a->set_owner(c);
-    EXPECT_TRUE(a->get_owner() == root);
-    a->set_owner(node_ptr());
-    EXPECT_TRUE(a->get_owner() == root);
-    c->set_owner(a);
-    EXPECT_EQ(captions(a->get_owned()), "b c");
-    EXPECT_EQ(captions(b->get_owned()), "");
 }
 
 // Deliberate: a node may be moved under itself. It hangs in the air then, and every walk upward has
@@ -217,24 +140,21 @@ TEST_F(Topology, ANodeMovedUnderItselfIsAcceptedAndHangsNobody) {
     EXPECT_EQ(a->get_owner().get(), nullptr);
 }
 
-TEST_F(Topology, TheRootBearsNothing) {
+TEST_F(Topology, TheRootBearsNothingAndOnlyRealNodesAreLinkedTo) {
+    const node_ptr a = add("a");
     root->set_caption("root");
     root->set_tag(7);
     root->set_condition(1);
-    root->set_owner(add("a"));
+    root->set_owner(a);
     EXPECT_EQ(root->get_caption(), "");
-    EXPECT_EQ(root->get_tag(), 0);
-    EXPECT_EQ(root->get_condition(), 0);
+    EXPECT_EQ(root->get_tag() + root->get_condition(), 0);
     EXPECT_EQ(root->get_owner().get(), nullptr);
-    EXPECT_EQ(root->link_to(add("b")).get(), nullptr);
     EXPECT_NE(root->get_edges_in().get(), root->get_edges_in().get());
-}
-
-TEST_F(Topology, OnlyRealNodesAreLinkedTo) {
-    const node_ptr a = add("a");
+    EXPECT_EQ(root->link_to(a).get(), nullptr);
     EXPECT_EQ(a->link_to(root).get(), nullptr);
     EXPECT_EQ(a->link_to(node_ptr()).get(), nullptr);
-    EXPECT_EQ(a->get_edges_out()->GetCount(), 0);
+    a->set_owner(node_ptr());
+    EXPECT_TRUE(a->get_owner() == root);
 }
 
 TEST_F(Topology, JoinedSetsKeepTheirOrderAndLeaveTheOriginalsAlone) {

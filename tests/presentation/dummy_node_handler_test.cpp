@@ -35,12 +35,4 @@ TEST(DummyNodeHandler, GivesEveryNodeTheSameSizeAndClustersNoBand) {
     EXPECT_EQ(around.origin, (tamsel7::point<double>{0, 0}));
 }
 
-TEST(DummyNodeHandler, OneServesTheWholeProcess) {
-    const auto first = nurvex7::GetDefaultNodeHandler();
-    EXPECT_EQ(first.get(), nurvex7::GetDefaultNodeHandler().get());
-    EXPECT_NE(dynamic_cast<DummyNodeHandler*>(first.get()), nullptr);
-    const tests::PlacedGraph g;
-    EXPECT_EQ(g.add("a").GetHandler().get(), first.get());
-}
-
 } // namespace

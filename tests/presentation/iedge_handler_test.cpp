@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 namespace {
 
 using nurvex7::CGraphTooltipEvent;
@@ -49,27 +47,6 @@ private:
     void note(const std::string& what, Edge& e) { heard += what + " " + e.GetCaption() + ";"; }
 };
 
-struct Event {
-    const char* heard;
-    int (*handle)(IEdgeHandler&, Edge);
-};
-
-void PrintTo(const Event& s, std::ostream* out) {
-    *out << s.heard;
-}
-
-class DefaultEdgeEvent : public testing::TestWithParam<Event> {};
-
-TEST_P(DefaultEdgeEvent, EmitsItsSignalOnceAndLeavesTheEventUnhandled) {
-    const tests::PlacedGraph g;
-    BareHandler handler;
-    Listener listener(handler);
-    Edge edge = g.link(g.add("a"), g.add("b"), {});
-    edge.SetCaption("e");
-    EXPECT_EQ(GetParam().handle(handler, edge), nurvex7::HANDLED_NOTHING);
-    EXPECT_EQ(listener.heard, GetParam().heard);
-}
-
 template <int (IEdgeHandler::*operation)(Edge, double, double, int, MouseButton)>
 int pointer(IEdgeHandler& handler, Edge edge) {
     return (handler.*operation)(edge, 1, 2, 0, MouseButton::LEFT);
@@ -86,17 +63,29 @@ int tooltip(IEdgeHandler& handler, Edge edge) {
     return (handler.*operation)(edge, &event);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    IEdgeHandler, DefaultEdgeEvent,
-    testing::Values(Event{"move e;", pointer<&IEdgeHandler::HandleMouseMove>},
-                    Event{"down e;", pointer<&IEdgeHandler::HandleButtonDown>},
-                    Event{"up e;", pointer<&IEdgeHandler::HandleButtonUp>},
-                    // Deliberate: a single click says double click here too.
-                    Event{"double_click e;", pointer<&IEdgeHandler::HandleClick>},
-                    Event{"double_click e;", pointer<&IEdgeHandler::HandleDoubleClick>},
-                    Event{"hover e;", visit<&IEdgeHandler::HandleMouseHover>},
-                    Event{"leave e;", visit<&IEdgeHandler::HandleMouseLeave>},
-                    Event{"tooltip e;", tooltip<&IEdgeHandler::HandleOnTooltip>},
-                    Event{"track e;", tooltip<&IEdgeHandler::HandleOnTooltipTrack>}));
+TEST(IEdgeHandler, EachEventEmitsItsSignalOnceAndStaysUnhandled) {
+    struct {
+        const char* heard;
+        int (*handle)(IEdgeHandler&, Edge);
+    } const events[] = {{"move e;", pointer<&IEdgeHandler::HandleMouseMove>},
+                        {"down e;", pointer<&IEdgeHandler::HandleButtonDown>},
+                        {"up e;", pointer<&IEdgeHandler::HandleButtonUp>},
+                        // Deliberate: a single click says double click here too.
+                        {"double_click e;", pointer<&IEdgeHandler::HandleClick>},
+                        {"double_click e;", pointer<&IEdgeHandler::HandleDoubleClick>},
+                        {"hover e;", visit<&IEdgeHandler::HandleMouseHover>},
+                        {"leave e;", visit<&IEdgeHandler::HandleMouseLeave>},
+                        {"tooltip e;", tooltip<&IEdgeHandler::HandleOnTooltip>},
+                        {"track e;", tooltip<&IEdgeHandler::HandleOnTooltipTrack>}};
+    for (const auto& event : events) {
+        const tests::PlacedGraph g;
+        BareHandler handler;
+        Listener listener(handler);
+        Edge edge = g.link(g.add("a"), g.add("b"), {});
+        edge.SetCaption("e");
+        EXPECT_EQ(event.handle(handler, edge), nurvex7::HANDLED_NOTHING);
+        EXPECT_EQ(listener.heard, event.heard);
+    }
+}
 
 } // namespace

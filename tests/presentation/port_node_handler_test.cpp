@@ -1,5 +1,6 @@
 #include "nurvex7/model/folding.h"
 #include "nurvex7/presentation/port_node_handler.h"
+#include "tests/support/node_listener.h"
 #include "tests/support/recording_painter.h"
 #include "tests/support/test_graph.h"
 
@@ -31,35 +32,10 @@ protected:
         using PortNodeHandler::right_port_pressed;
     };
 
-    class Listener : public corvane2::_internal::subscriber_base_t {
-    public:
-        std::string heard;
-
-        void Down(Node& n, double, double, int, MouseButton) { Hear("down", n); }
-        void Up(Node& n, double, double, int, MouseButton) { Hear("up", n); }
-        void Click(Node& n, double, double, int, MouseButton) { Hear("click", n); }
-        void DoubleClick(Node& n, double, double, int, MouseButton) { Hear("double", n); }
-        void Hover(Node& n) { Hear("hover", n); }
-        void Leave(Node& n) { Hear("leave", n); }
-        void Tooltip(Node& n, CGraphTooltipEvent*) { Hear("tooltip", n); }
-
-    private:
-        void Hear(const std::string& what, const Node& node) {
-            heard += (heard.empty() ? "" : " ") + what + ":" + node.GetCaption();
-        }
-    };
-
     void SetUp() override {
         // Colours that are not marked as defaults: those that get lightened are.
         handler.drawer.info.port_open_color = {10, 10, 10};
         handler.drawer.info.port_closed_color = {20, 20, 20};
-        handler.sig_button_down.connect(&listener, &Listener::Down);
-        handler.sig_button_up.connect(&listener, &Listener::Up);
-        handler.sig_click.connect(&listener, &Listener::Click);
-        handler.sig_double_click.connect(&listener, &Listener::DoubleClick);
-        handler.sig_mouse_hover.connect(&listener, &Listener::Hover);
-        handler.sig_mouse_leave.connect(&listener, &Listener::Leave);
-        handler.sig_tooltip.connect(&listener, &Listener::Tooltip);
         tell("a>d b>d c>d d>e d>f d>g C/h lone");
     }
 
@@ -108,7 +84,7 @@ protected:
     tests::RecordingPainter painter;
     TestGraph graph;
     Probe handler;
-    Listener listener;
+    tests::NodeListener listener{handler, /*with_arguments=*/false};
 };
 
 TEST_F(PortNodeHandlerTest, ThePortsFollowTheNeighboursThatAreShown) {
@@ -212,7 +188,7 @@ TEST_F(PortNodeHandlerTest, HoverAndLeaveEndAPressWhereverTheyHappen) {
     EXPECT_EQ(listener.heard, "down:d hover:a down:d leave:a up:d");
 }
 
-TEST_F(PortNodeHandlerTest, ATooltipShowsTheCaptionOfALeaf) {
+TEST_F(PortNodeHandlerTest, ALeafHasATooltipWhereasAClusterHasNoneNorPortsNorHover) {
     Node leaf = node("h");
     leaf.SetPosition(30, 40);
     CGraphTooltipEvent event;
@@ -220,20 +196,16 @@ TEST_F(PortNodeHandlerTest, ATooltipShowsTheCaptionOfALeaf) {
     EXPECT_EQ(event.text, "h");
     EXPECT_EQ(event.hot_rect.first, (tamsel7::point<double>{30, 40}));
     EXPECT_EQ(event.hot_rect.second, (tamsel7::point<double>{130, 60}));
-    EXPECT_EQ(listener.heard, "tooltip:h");
-}
-
-TEST_F(PortNodeHandlerTest, AClusterHasNoPortsNoHoverAndNoTooltip) {
-    CGraphTooltipEvent event;
     const Node cluster = node("C");
+    CGraphTooltipEvent none;
     EXPECT_EQ(press(cluster, LEFT_PORT), HANDLED_NOTHING);
     EXPECT_FALSE(handler.left_port_pressed);
     EXPECT_EQ(click(cluster, BODY), HANDLED_NOTHING);
     EXPECT_EQ(handler.HandleMouseHover(cluster), HANDLED_NOTHING);
     EXPECT_EQ(with_flag(NODE_SELECTED | NODE_HOVERED), "");
-    EXPECT_EQ(handler.HandleOnTooltip(cluster, &event), HANDLED_NOTHING);
-    EXPECT_EQ(event.text, "");
-    EXPECT_EQ(listener.heard, "down:C click:C hover:C");
+    EXPECT_EQ(handler.HandleOnTooltip(cluster, &none), HANDLED_NOTHING);
+    EXPECT_EQ(none.text, "");
+    EXPECT_EQ(listener.heard, "tooltip:h down:C click:C hover:C");
 }
 
 // Deliberate: a click is heard as a click here, whereas other handlers tell it as a double click.
@@ -264,23 +236,6 @@ TEST_F(PortNodeHandlerTest, AnEmptyRootBearsEveryEvent) {
     EXPECT_TRUE(handler.last_node.empty());
 }
 
-TEST(PortNodeHandler, GoesWithItsGraphThoughItRemembersANode) {
-    struct told_handler : PortNodeHandler {
-        explicit told_handler(bool& told_) : told(told_) {}
-        ~told_handler() override { told = true; }
-        bool& told;
-    };
-    bool gone = false;
-    {
-        Graph graph;
-        graph.SetDefaultNodeHandler(
-            graph_ptr2<INodeHandler>(new told_handler(gone), /*owns=*/true));
-        const Node a = graph.GetRoot().AddNode();
-        a.GetHandler()->HandleClick(a, 0, 0, 0, MouseButton::LEFT);
-    }
-    EXPECT_TRUE(gone);
-}
-
 TEST_F(PortNodeHandlerTest, ADerivedHandlerMayCountDifferently) {
     class WithoutChildren : public PortNodeHandler {
     public:
@@ -301,22 +256,21 @@ TEST_F(PortNodeHandlerTest, ADerivedHandlerMayCountDifferently) {
 
 TEST_F(PortNodeHandlerTest, StartsWithALookOfItsOwn) {
     PortNodeHandler fresh;
-    const auto lines_of = [&](int flags, const std::string& word) {
-        SetFlag(node("d"), flags, true);
+    const auto fill = [&](int flag) {
+        SetFlag(node("d"), flag, true);
         fresh.Draw(node("d"), &painter);
-        std::string found;
         for (const std::string& line : painter.take()) {
-            found += line.rfind(word, 0) == 0 ? line.substr(word.size()) + ";" : "";
+            if (line.rfind("GradientFill", 0) == 0) {
+                return line.substr(13);
+            }
         }
-        return found;
+        return std::string();
     };
-    const std::string body = " 22,0,78,20 ";
-    const std::string rest = " steps 100 direction 0;";
-    EXPECT_EQ(lines_of(0, "SetTextColor"), " #780a0a;");
-    EXPECT_EQ(lines_of(0, "GradientFill"), body + "#cdc8c8 to #968282" + rest);
-    EXPECT_EQ(lines_of(NODE_NEW, "GradientFill"), body + "#a0a0fa to #6464a0" + rest);
-    EXPECT_EQ(lines_of(NODE_SELECTED, "GradientFill"), body + "#ffa500 to #cdaf00" + rest);
-    EXPECT_EQ(lines_of(0, "SetBrush"), " #ffffff style 0; #00b200? style 1; #00b200? style 1;");
+    const std::string rest = " steps 100 direction 0";
+    EXPECT_EQ(fill(0), "22,0,78,20 #cdc8c8 to #968282" + rest);
+    EXPECT_EQ(fill(NODE_NEW), "22,0,78,20 #a0a0fa to #6464a0" + rest);
+    EXPECT_EQ(fill(NODE_SELECTED), "22,0,78,20 #ffa500 to #cdaf00" + rest);
+    EXPECT_EQ(tests::text_of(fresh.drawer.info.caption_color), "#780a0a");
 }
 
 TEST_F(PortNodeHandlerTest, AllNodesAreEquallyWide) {

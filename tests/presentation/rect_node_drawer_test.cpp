@@ -38,33 +38,26 @@ TEST(RectNodeDrawer, DrawsALeafWithItsCaptionInTheMiddle) {
     EXPECT_EQ(drawer.GetIPainter(), nullptr);
 }
 
-TEST(RectNodeDrawer, DrawsTheCaptionOfAClusterAtItsTop) {
-    const PlacedGraph g;
-    RecordingPainter painter;
-    painter.notes_measuring = false;
-    CRectNodeDrawer drawer;
-    const Node shop = drawn(g.add("shop", {0, 0, 200, 100}));
-    PlacedGraph::add_to(shop, "cart");
-    drawer.Draw(shop, &painter);
-    EXPECT_EQ(painter.take().back(), "DrawString 0,0,200,100 'shop' format 9 -1");
-}
-
 TEST(RectNodeDrawer, InstallsTheZoomedFontBeforeItsOtherTools) {
     const PlacedGraph g;
     RecordingPainter painter;
     CRectNodeDrawer drawer;
-    drawer.SetZoomFactor(1.2);
+    for (const double zoom : {1.2, 0.0, -1.0}) { // only what is above zero is taken
+        drawer.SetZoomFactor(zoom);
+    }
     drawer.info.border_width = 3;
     drawer.info.border_color = {1, 2, 3};
     drawer.info.caption_color = {4, 5, 6};
-    drawer.Draw(drawn(g.add("")), &painter);
+    const Node shop = drawn(g.add("", {0, 0, 200, 100}));
+    PlacedGraph::add_to(shop, "cart");
+    drawer.Draw(shop, &painter);
     const Lines lines = painter.take();
     ASSERT_GE(lines.size(), 8u);
     EXPECT_EQ(Lines(lines.begin(), lines.begin() + 7),
               (Lines{"SetFont '' style 4 size 9", "SetPen #010203 width 3 style 1",
                      "SetTextColor #040506", "SetFont '' style 4 size 9", "GetTextSize '       '",
                      "GetTextSize ''", "GetTextSize ' - '"}));
-    EXPECT_EQ(lines.back(), "DrawString 0,0,0,0 '' format 36 -1");
+    EXPECT_EQ(lines.back(), "DrawString 0,0,200,100 '' format 9 -1") << "a cluster has it on top";
 }
 
 TEST(RectNodeDrawer, AHighlightLightensTheFillAndASelectionShowsNothing) {
@@ -85,38 +78,22 @@ TEST(RectNodeDrawer, AHighlightLightensTheFillAndASelectionShowsNothing) {
     EXPECT_EQ(fill_of(nurvex7::NODE_NEW | nurvex7::NODE_HOVERED), plain);
 }
 
-TEST(RectNodeDrawer, LeavesThePainterAloneWhereNothingIsToBeDrawn) {
-    const PlacedGraph g;
-    RecordingPainter painter;
-    CRectNodeDrawer drawer;
-    drawer.SetZoomFactor(2);
-    const Node hidden = g.add("hidden");
-    nurvex7::SetFlag(hidden, nurvex7::NODE_HIGHLIGHTED | nurvex7::NODE_SELECTED, true);
-    drawer.Draw(hidden, &painter);
-    EXPECT_EQ(painter.take(), Lines{});
-    drawer.Draw(drawn(hidden), nullptr);
-}
-
-TEST(RectNodeDrawer, MeasuresWithItsOwnPainterAndPutsItBackAfterADraw) {
+TEST(RectNodeDrawer, MeasuresWithItsOwnPainterAndDrawsOnlyWhatIsMarkedAndHasAPainter) {
     const PlacedGraph g;
     RecordingPainter measuring;
     RecordingPainter drawing;
     CRectNodeDrawer drawer;
     drawer.SetIPainter(&measuring);
-    const Node node = drawn(g.add("four"));
+    const Node node = g.add("four");
     EXPECT_EQ(drawer.GetSize(node), (tamsel7::size<double>{36, 15}));
     measuring.take();
+    nurvex7::SetFlag(node, nurvex7::NODE_HIGHLIGHTED | nurvex7::NODE_SELECTED, true);
+    drawer.Draw(node, &drawing);
+    EXPECT_EQ(drawing.take(), Lines{});
+    drawer.Draw(drawn(node), nullptr);
     drawer.Draw(node, &drawing);
     EXPECT_EQ(drawer.GetIPainter(), &measuring);
     EXPECT_EQ(measuring.take(), Lines{});
-}
-
-TEST(RectNodeDrawer, AZoomThatIsNotAboveZeroIsIgnored) {
-    CRectNodeDrawer drawer;
-    drawer.SetZoomFactor(1.5);
-    drawer.SetZoomFactor(0.0);
-    drawer.SetZoomFactor(-1.0);
-    EXPECT_EQ(drawer.info.zoom, 1.5);
 }
 
 } // namespace
