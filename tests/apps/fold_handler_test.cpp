@@ -58,60 +58,50 @@ constexpr double PARENTS = 5;
 constexpr double BODY = 30;
 constexpr double CHILDREN = 55;
 
-struct Scenario {
-    const char* what;
-    const char* words; ///< the graph that is drawn first
-    const char* added; ///< what is added then
-    const char* clicked;
-    double where;
-    const char* expected; ///< what is queued
-};
-
-void PrintTo(const Scenario& scenario, std::ostream* out) {
-    *out << scenario.what;
-}
-
-class FoldClicks : public testing::TestWithParam<Scenario> {};
-
-TEST_P(FoldClicks, QueueTheOwnersOfWhatTheyChange) {
-    TestGraph g(GetParam().words);
-    g.make();
-    g.add(GetParam().added);
-    FoldHandler handler;
-    const Node clicked = g.node(GetParam().clicked);
-    EXPECT_EQ(click(handler, clicked, GetParam().where), HANDLED_REPAINT_ALL);
-    EXPECT_EQ(queued(g), GetParam().expected);
-    for (int i = 0; i < 3; ++i) { // there and back; no update runs for ever
-        g.recalculate();
-        EXPECT_EQ(sticking_out(g), "");
-        EXPECT_EQ(g.layout.LookAhead(clicked.GetOwner()), UpdateOutlook::NOTHING_NEW);
-        click(handler, clicked, GetParam().where);
+TEST(FoldHandler, ClicksQueueTheOwnersOfWhatTheyChange) {
+    struct {
+        const char* what;
+        const char* words; ///< the graph that is drawn first
+        const char* added; ///< what is added then
+        const char* clicked;
+        double where;
+        const char* expected; ///< what is queued
+    } const clicks[] = {
+        {"a selection", "a>b", "", "a", BODY, "||"},
+        {"children beside the node", "a>b a>c", "", "a", CHILDREN, "|*|"},
+        {"children in two other clusters", "C/a>D/b C/a>E/c C/a>D/d", "", "a", CHILDREN, "|CDE|"},
+        {"a parent around the cluster", "C/a>C/b d>C/b", "", "b", PARENTS, "|C*|"},
+        {"a neighbour inside a cluster beside the node", "a>C/b a>C/D/c", "", "a", CHILDREN, "|*|"},
+        {"a cluster inside another that is concerned", "C/a>D/b C/a>D/E/c", "", "a", CHILDREN,
+         "|CD|"},
+        {"a parent that comes back", "C/a>D/b C/c !a", "", "b", PARENTS, "|DC|C"},
+        {"children that come back above a sibling", "C/a>D/p C/a>D/r D/q>D/p D/q>D/r D/q>D/s !p !r",
+         "", "a", CHILDREN, "|CD|D"},
+        {"a new chain in another cluster", "C/a D/q", "C/a>D/p C/a>D/r D/q>D/p D/p>D/r !p !r", "a",
+         CHILDREN, "D|CD|D"},
+        {"a new chain in a cluster that the update of the root would reach", "a>b D/q",
+         "a>D/p a>D/r D/q>D/p D/p>D/r !p !r", "a", CHILDREN, "D|*|D"},
+        {"a new cluster that the update of the root reaches", "a>b", "a>D/p D/q !p", "a", CHILDREN,
+         "|*|D"},
+        {"a new cluster beside that of the node", "C/a", "C/a>D/p D/q !p", "a", CHILDREN,
+         "D|CD|D"}};
+    for (const auto& c : clicks) {
+        SCOPED_TRACE(c.what);
+        TestGraph g(c.words);
+        g.make();
+        g.add(c.added);
+        FoldHandler handler;
+        const Node clicked = g.node(c.clicked);
+        EXPECT_EQ(click(handler, clicked, c.where), HANDLED_REPAINT_ALL);
+        EXPECT_EQ(queued(g), c.expected);
+        for (int i = 0; i < 3; ++i) { // there and back; no update runs for ever
+            g.recalculate();
+            EXPECT_EQ(sticking_out(g), "");
+            EXPECT_EQ(g.layout.LookAhead(clicked.GetOwner()), UpdateOutlook::NOTHING_NEW);
+            click(handler, clicked, c.where);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    FoldHandler, FoldClicks,
-    testing::Values(
-        Scenario{"a selection", "a>b", "", "a", BODY, "||"},
-        Scenario{"children beside the node", "a>b a>c", "", "a", CHILDREN, "|*|"},
-        Scenario{"children in two other clusters", "C/a>D/b C/a>E/c C/a>D/d", "", "a", CHILDREN,
-                 "|CDE|"},
-        Scenario{"a parent around the cluster", "C/a>C/b d>C/b", "", "b", PARENTS, "|C*|"},
-        Scenario{"a neighbour inside a cluster beside the node", "a>C/b a>C/D/c", "", "a", CHILDREN,
-                 "|*|"},
-        Scenario{"a cluster inside another that is concerned", "C/a>D/b C/a>D/E/c", "", "a",
-                 CHILDREN, "|CD|"},
-        Scenario{"a parent that comes back", "C/a>D/b C/c !a", "", "b", PARENTS, "|DC|C"},
-        Scenario{"children that come back above a sibling",
-                 "C/a>D/p C/a>D/r D/q>D/p D/q>D/r D/q>D/s !p !r", "", "a", CHILDREN, "|CD|D"},
-        Scenario{"a new chain in another cluster", "C/a D/q",
-                 "C/a>D/p C/a>D/r D/q>D/p D/p>D/r !p !r", "a", CHILDREN, "D|CD|D"},
-        Scenario{"a new chain in a cluster that the update of the root would reach", "a>b D/q",
-                 "a>D/p a>D/r D/q>D/p D/p>D/r !p !r", "a", CHILDREN, "D|*|D"},
-        Scenario{"a new cluster that the update of the root reaches", "a>b", "a>D/p D/q !p", "a",
-                 CHILDREN, "|*|D"},
-        Scenario{"a new cluster beside that of the node", "C/a", "C/a>D/p D/q !p", "a", CHILDREN,
-                 "D|CD|D"}));
 
 // What a handler without these owners does not do.
 TEST(FoldHandler, OtherClustersCloseUpAndOpenAgain) {
