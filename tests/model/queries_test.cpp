@@ -142,6 +142,14 @@ TEST(NodeOnEdge, HoldsForEndsAndForTheBreakNodesOfTheEdge) {
     EXPECT_FALSE(NodeOnEdge(g.node("a"), first));
 }
 
+TEST(Degrees, CountNeighboursOfTheWholeGraphInOneDirection) {
+    const TestGraph g("C/a>b C/a>b C/a>c C/a>C/d");
+    EXPECT_EQ(OutDegree(g.node("a")), 3);
+    EXPECT_EQ(InDegree(g.node("b")), 1);
+    EXPECT_TRUE(ExistEdgeBetweenNodes(g.node("a"), g.node("b")));
+    EXPECT_FALSE(ExistEdgeBetweenNodes(g.node("b"), g.node("a")));
+}
+
 TEST(GetRoot, IsFoundFromNodesAndFromBreakNodes) {
     TestGraph g("C/D/a>b");
     Edge edge = g.edge("a>b");
