@@ -1,3 +1,4 @@
+#include "nurvex7/model/folding.h"
 #include "tests/support/drawing.h"
 #include "tests/support/golden.h"
 #include "tests/support/layout_probe.h"
