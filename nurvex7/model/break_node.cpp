@@ -1,13 +1,27 @@
-#include "nurvex7/model/topology.h"
+#include "nurvex7/model/break_nodes.h"
 
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace nurvex7 {
 
 int DummyNodeImpl::current_id = -1;
 
-DummyNodeImpl::DummyNodeImpl(graph_ptr<edge_impl_vector> edge)
-    : id(current_id--), edge_set(std::move(edge)) {}
+DummyNodeImpl::DummyNodeImpl(graph_ptr<edge_impl_vector> edge, BreakNode* in)
+    : id(current_id--), edge_set(std::move(edge)), home(in) {}
+
+// Called in place of the destructor: a break node that has been let go stays as long as somebody
+// holds its record, which may hand it out again.
+void DummyNodeImpl::operator delete(DummyNodeImpl* gone, std::destroying_delete_t) {
+    if (gone->home != nullptr) {
+        gone->home->end_if_let_go();
+    } else {
+        std::destroy_at(gone);
+        ::operator delete(gone);
+    }
+}
 
 int DummyNodeImpl::get_id() const {
     return id;
@@ -71,6 +85,72 @@ void DummyNodeImpl::set_owner(graph_ptr<INodeImpl>) {}
 
 bool DummyNodeImpl::has_owner() const {
     return false;
+}
+
+// Break nodes with their records
+
+BreakNode::BreakNode(BreakNodes& all, const graph_ptr<edge_impl_vector>& edge,
+                     DefaultGraphVis* store)
+    : made_with(&all), node(edge, this), vis(*this, store) {
+    node.known_vis = &vis;
+}
+
+void BreakNode::end_if_let_go() {
+    if (node.ref_count == 0 && vis.ref_count == 0) {
+        node.edge_set.reset();
+        made_with->lose_one();
+    }
+}
+
+BreakNodes::BreakNodes(BreakNodeList& of_store, std::size_t how_many)
+    : list(&of_store), count(how_many), left(how_many), next(of_store.first) {
+    list->first = this;
+    if (next != nullptr) {
+        next->before = this;
+    }
+}
+
+BreakNodes::~BreakNodes() {
+    if (list == nullptr) {
+        return;
+    }
+    (before != nullptr ? before->next : list->first) = next;
+    if (next != nullptr) {
+        next->before = before;
+    }
+}
+
+void BreakNodes::Make(BreakNodeList& list, DefaultGraphVis* store,
+                      const graph_ptr<edge_impl_vector>& edge, std::size_t count,
+                      node_impl_vector& run) {
+    void* const memory = ::operator new(sizeof(BreakNodes) + count * sizeof(BreakNode));
+    auto* const made = ::new (memory) BreakNodes(list, count);
+    run.reserve(static_cast<std::size_t>(run.GetCount()) + count);
+    for (BreakNode* at = made->begin(); at != made->end(); ++at) {
+        std::construct_at(at, *made, edge, store);
+        run.push_back(&at->node);
+    }
+}
+
+void BreakNodes::lose_one() {
+    if (--left == 0) {
+        std::destroy(begin(), end());
+        this->~BreakNodes();
+        ::operator delete(this);
+    }
+}
+
+void BreakNodes::disown() {
+    list = nullptr;
+    for (BreakNode* at = begin(); at != end(); ++at) {
+        at->vis.store = nullptr;
+    }
+}
+
+void BreakNodeList::disown_all() {
+    for (BreakNodes* at = std::exchange(first, nullptr); at != nullptr; at = at->next) {
+        at->disown();
+    }
 }
 
 } // namespace nurvex7

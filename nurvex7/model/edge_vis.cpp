@@ -1,4 +1,4 @@
-#include "nurvex7/model/visual_store.h"
+#include "nurvex7/model/break_nodes.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,6 +37,16 @@ bool _is_gone(const graph_ptr<INodeImpl>& end) {
 }
 } // namespace
 
+namespace {
+bool _is_held_by_its_run_alone(const INodeImpl& bend, const IdMap<NodeVisInfo>& records) {
+    const BreakNode* const home = static_cast<const DummyNodeImpl&>(bend).home;
+    const NodeVisInfo* const record = records.find(bend.get_id());
+    const bool recorded = record != nullptr && record->vis.get() != nullptr;
+    return bend.ref_count == (recorded ? 2 : 1) && (home == nullptr || home->vis.ref_count == 0) &&
+           (!recorded || record->vis->ref_count == 1);
+}
+} // namespace
+
 // A route that was asked for before its ends went is still hit.
 bool DefaultEdgeVis::is_out_of_reach(const IdMap<NodeVisInfo>& records) const {
     if (ref_count != 1 || break_nodes_cache.get() != nullptr || !_is_gone(edge_impl->from()) ||
@@ -49,10 +59,7 @@ bool DefaultEdgeVis::is_out_of_reach(const IdMap<NodeVisInfo>& records) const {
             return false;
         }
         for (const graph_ptr<INodeImpl>& bend : *entry.second) {
-            const NodeVisInfo* const record = records.find(bend->get_id());
-            const bool recorded = record != nullptr && record->vis.get() != nullptr;
-            if (bend->ref_count != (recorded ? 2 : 1) ||
-                (recorded && record->vis->ref_count != 1)) {
+            if (!_is_held_by_its_run_alone(*bend, records)) {
                 return false;
             }
             ++own_bends;
@@ -94,8 +101,13 @@ void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {
         edge_set->push_back(edge_impl);
     }
     const graph_ptr<node_impl_vector> run = find_or_make_run(owner_id);
-    for (int i = 0; i < count; ++i) {
-        run->push_back(new DummyNodeImpl(edge_set));
+    if (store != nullptr) {
+        BreakNodes::Make(store->break_nodes, store, edge_set, static_cast<std::size_t>(count),
+                         *run);
+    } else {
+        for (int i = 0; i < count; ++i) {
+            run->push_back(new DummyNodeImpl(edge_set));
+        }
     }
     forget_route();
 }

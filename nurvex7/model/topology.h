@@ -6,6 +6,7 @@
 #include "nurvex7/model/fwd.h"
 
 #include <cstdint>
+#include <new>
 #include <string>
 
 namespace nurvex7 {
@@ -234,12 +235,16 @@ public:
     graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
 };
 
+struct BreakNode;
+
 /// A break node: a bend of an edge. Only the visual record of an edge makes them.
-class NURVEX7_API DummyNodeImpl : public INodeImpl {
+class NURVEX7_API DummyNodeImpl final : public INodeImpl {
 public:
     /// `edge` is the set of exactly the one edge that the break node belongs to. The break nodes of
     /// one edge may share it: nobody changes it.
-    explicit DummyNodeImpl(graph_ptr<edge_impl_vector> edge);
+    explicit DummyNodeImpl(graph_ptr<edge_impl_vector> edge, BreakNode* in = nullptr);
+    /// Beside its record it goes when both have been let go.
+    static void operator delete(DummyNodeImpl* gone, std::destroying_delete_t);
 
     static int current_id;
 
@@ -265,6 +270,7 @@ public:
     int id;
     int condition = 0;
     graph_ptr<edge_impl_vector> edge_set;
+    BreakNode* const home; ///< where it stands beside its record; null for one that stands alone
 };
 
 /// Holds the root of a graph. An application may bring a root of another kind by a storage of its

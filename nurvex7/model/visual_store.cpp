@@ -1,6 +1,9 @@
 #include "nurvex7/model/visual_store.h"
 
+#include "nurvex7/model/break_nodes.h"
+
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace nurvex7 {
@@ -14,6 +17,18 @@ IGraphVis::~IGraphVis() = default;
 DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store)
     : node_impl(std::move(node)), store(of_store) {}
 
+DefaultNodeVis::DefaultNodeVis(BreakNode& beside, DefaultGraphVis* of_store)
+    : home(&beside), store(of_store) {}
+
+void DefaultNodeVis::operator delete(DefaultNodeVis* gone, std::destroying_delete_t) {
+    if (gone->home != nullptr) {
+        gone->home->end_if_let_go();
+    } else {
+        std::destroy_at(gone);
+        ::operator delete(gone);
+    }
+}
+
 DefaultNodeVis::~DefaultNodeVis() {
     if (node_impl.get() != nullptr && node_impl->known_vis == this) {
         node_impl->known_vis = nullptr;
@@ -21,13 +36,13 @@ DefaultNodeVis::~DefaultNodeVis() {
 }
 
 graph_ptr<INodeImpl> DefaultNodeVis::get_node_impl() const {
-    return node_impl;
+    return home != nullptr ? graph_ptr<INodeImpl>(&home->node) : node_impl;
 }
 
 void DefaultNodeVis::leave_index() {
     indexed = false;
     if (store != nullptr) {
-        store->note_place(*node_impl);
+        store->note_place(home != nullptr ? home->node : *node_impl);
     }
 }
 
@@ -75,6 +90,7 @@ DefaultGraphVis::DefaultGraphVis()
 DefaultGraphVis::~DefaultGraphVis() {
     node_map.for_each([](int, const NodeVisInfo& info) { _disown(info); });
     edge_map.for_each([](int, const EdgeVisInfo& info) { _disown(info); });
+    break_nodes.disown_all();
 }
 
 graph_ptr<IEdgeVis> DefaultGraphVis::get_edge_vis(graph_ptr<IEdgeImpl> edge) {
@@ -125,6 +141,11 @@ void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {
 void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
     if (node.get() == nullptr) {
         return;
+    }
+    if (DefaultNodeVis* const known = known_vis_in(this, *node);
+        known != nullptr && known->home != nullptr) {
+        note_place(*node);
+        known->store = nullptr; // it stands beside its break node and in no map
     }
     if (const NodeVisInfo* const info = node_map.find(node->get_id())) {
         note_place(*node);

@@ -28,6 +28,16 @@ public:
     virtual void set_position(const tamsel7::point<double>& value) = 0;
 };
 
+class BreakNodes;
+
+/// All that a store has made of break nodes, as long as somebody holds any of them.
+struct BreakNodeList {
+    /// From here on they are nobody's.
+    void disown_all();
+
+    BreakNodes* first = nullptr;
+};
+
 /// The break nodes of one edge: a run of them in every owner that the edge passes through.
 class NURVEX7_API IEdgeVis : public Countable {
 public:
@@ -84,9 +94,13 @@ public:
 class NURVEX7_API DefaultNodeVis final : public INodeVis {
 public:
     explicit DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store = nullptr);
+    /// The record beside a break node.
+    DefaultNodeVis(BreakNode& beside, DefaultGraphVis* of_store);
     DefaultNodeVis(const DefaultNodeVis&) = delete;
     DefaultNodeVis& operator=(const DefaultNodeVis&) = delete;
     ~DefaultNodeVis() override;
+    /// Beside a break node it goes when both have been let go.
+    static void operator delete(DefaultNodeVis* gone, std::destroying_delete_t);
     graph_ptr<INodeImpl> get_node_impl() const override;
     tamsel7::size<double> get_size() const override { return size; }
     void set_size(const tamsel7::size<double>& value) override {
@@ -103,8 +117,9 @@ public:
         }
     }
 
-    bool indexed = false; ///< its place is in a box of the store's hit index
-    graph_ptr<INodeImpl> node_impl;
+    bool indexed = false;           ///< its place is in a box of the store's hit index
+    graph_ptr<INodeImpl> node_impl; ///< null beside a break node, which is held by its place
+    BreakNode* const home = nullptr;
     DefaultGraphVis* store; ///< whose record this is; null once it is nobody's
 
 private:
@@ -208,7 +223,7 @@ public:
 
     /// The layout that get_node_layout would give, asked without making a record. Null for none.
     const ILayout* find_layout(int node_id) const;
-    /// How many node records the store holds, break nodes included.
+    /// How many node records the store holds, but for those that stand beside their break nodes.
     std::size_t get_node_record_count() const { return node_map.size(); }
     std::size_t get_edge_record_count() const { return edge_map.size(); }
     const IdMap<NodeVisInfo>& get_node_records() const { return node_map; }
@@ -222,6 +237,8 @@ public:
     void note_place(INodeImpl& node);
     /// The route of an edge is another one.
     void note_route(int edge_id);
+
+    BreakNodeList break_nodes;
 
 private:
     /// A stretch of a route that has a box of its own.

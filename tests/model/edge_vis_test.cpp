@@ -167,4 +167,43 @@ TEST_F(BreakNodes, ANodeThatOwnsItselfDoesNotHangARoute) {
     a.Remove();
 }
 
+// A break node and its record stand side by side; each can be all that somebody keeps of the two,
+// beyond the route and the edge.
+TEST_F(BreakNodes, AndTheirRecordsKeepEachOther) {
+    Edge edge = add(root, "a").LinkTo(add(root, "b"));
+    edge.AddBreakNodesIn(root, 3);
+    NodeSet run = edge.GetBreakNodesIn(root);
+    const graph_ptr<INodeImpl> bend = run.GetItem(0).get_impl();
+    const int id = run.GetItem(1).GetID();
+    const graph_ptr<INodeVis> record = root.get_vis()->get_node_vis(run.GetItem(1).get_impl());
+    run.GetItem(0).SetPosition(1, 2);
+    record->set_position({3, 4});
+    run = root.GetOwned();
+    edge.Remove();
+    EXPECT_EQ(Node(root.get_vis(), bend).GetPosition(), (tamsel7::point<double>{1, 2}));
+    EXPECT_EQ(record->get_node_impl()->get_id(), id);
+    EXPECT_EQ(root.get_vis()->get_node_vis(record->get_node_impl()).get(), record.get());
+    root.get_vis()->remove_node_vis(record->get_node_impl());
+    EXPECT_EQ(root.get_vis()->get_node_vis(record->get_node_impl())->get_position(),
+              tamsel7::point<double>());
+    EXPECT_EQ(record->get_position(), (tamsel7::point<double>{3, 4}));
+}
+
+TEST_F(BreakNodes, BeyondTheirStoreAreThoseOfNobody) {
+    graph_ptr<INodeImpl> bend;
+    graph_ptr<INodeVis> record;
+    {
+        Graph gone;
+        const Node gone_root = gone.GetRoot();
+        Edge edge = add(gone_root, "a").LinkTo(add(gone_root, "b"));
+        edge.AddBreakNodesIn(gone_root, 2);
+        bend = edge.GetBreakNodesIn(gone_root).GetItem(0).get_impl();
+        record = gone_root.get_vis()->get_node_vis(bend);
+        record->set_position({1, 2});
+    }
+    EXPECT_EQ(Node(root.get_vis(), bend).GetPosition(), tamsel7::point<double>());
+    EXPECT_EQ(record->get_position(), (tamsel7::point<double>{1, 2}));
+    EXPECT_TRUE(record->get_node_impl() == bend);
+}
+
 } // namespace
