@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
 #include <algorithm>
@@ -87,21 +88,19 @@ namespace {
 /// another state of the graph can be shorter than the kind of its edge says, when the edge was
 /// added or shown since and meets a Resize: what it lacks is passed over, and the edge has no route
 /// until a layout makes it anew.
-class _BreakList {
+class BreakList {
 public:
-    _BreakList(const Edge& edge, const Node& owner)
-        : list(edge.GetBreakNodesIn(owner)), count(list.GetCount()) {}
+    BreakList(const Edge& edge, const Node& owner) : run(edge, owner) {}
 
-    void put(int index, double x, double y) {
-        if (index >= 0 && index < count) {
-            list.GetItem(index).SetPosition(x, y);
+    void put(int index, double x, double y) const {
+        if (index >= 0 && index < run.get_count()) {
+            run.set_position(index, x, y);
         }
     }
-    void put_from_end(int back, double x, double y) { put(count - back, x, y); }
+    void put_from_end(int back, double x, double y) const { put(run.get_count() - back, x, y); }
 
 private:
-    NodeSet list;
-    int count;
+    BreakRun run;
 };
 
 } // namespace
@@ -116,13 +115,13 @@ void IncLayout::place_normal_node(Node node, double x_start, double x_end, doubl
     node.SetPosition(left, y);
     const Node owner = node.GetOwner();
     const auto put_out = [&](const Edge& edge, double turn) {
-        _BreakList b(edge, owner);
+        const BreakList b(edge, owner);
         const double at = y_beside(edge, node, c, ORDER_OUT);
         b.put(0, right, at);
         b.put(1, turn, at);
     };
     const auto put_in = [&](const Edge& edge, double turn) {
-        _BreakList b(edge, owner);
+        const BreakList b(edge, owner);
         const double at = y_beside(edge, node, c, ORDER_IN);
         b.put_from_end(2, turn, at);
         b.put_from_end(1, left, at);
@@ -153,7 +152,7 @@ namespace {
 /// levels, and what one edge needs is looked up once for all of its dummy nodes.
 ///
 /// Order   the dummy nodes of one edge as they were added
-class _Passages {
+class Passages {
 public:
     struct Passage {
         const Node* node;
@@ -162,7 +161,7 @@ public:
     };
 
     void add(const Node& node, std::size_t level) {
-        const Edge edge = node.GetEdgesOut().GetItem(0);
+        const Edge edge = edge_of_bend(node);
         const IEdgeImpl* const impl = edge.get_impl().get();
         const auto noted = static_cast<std::size_t>(impl->place);
         if (noted >= edges.size() || edges[noted] != impl) {
@@ -202,7 +201,7 @@ private:
 // The dummy nodes of all columns. Those of one edge follow each other in the order of the levels,
 // as they would column by column.
 void IncLayout::place_passing_edges(double y_shift) {
-    _Passages dummies;
+    Passages dummies;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         for (const Node& n : level_nodes[k]) {
             if (n.IsDummy()) {
@@ -210,11 +209,15 @@ void IncLayout::place_passing_edges(double y_shift) {
             }
         }
     }
-    dummies.for_each_edge([&](std::span<const _Passages::Passage> passages) {
-        const Edge edge = passages.front().node->GetEdgesOut().GetItem(0);
-        NodeSet b = edge.GetBreakNodesIn(nodes.front().GetOwner());
+    if (nodes.empty()) {
+        return;
+    }
+    const Node owner = nodes.front().GetOwner();
+    dummies.for_each_edge([&](std::span<const Passages::Passage> passages) {
+        const Edge edge = edge_of_bend(*passages.front().node);
+        const BreakRun b(edge, owner);
         const bool reversed = local_info[edge].reversed;
-        for (const _Passages::Passage& passage : passages) {
+        for (const Passages::Passage& passage : passages) {
             const Level column = cur_levels->get(passage.level);
             const double y = passage.node->GetPosition().y - y_shift;
             place_break_node(*passage.node, column.x_start, column.x_end, y, b, reversed);
@@ -224,47 +227,42 @@ void IncLayout::place_passing_edges(double y_shift) {
 
 // A dummy node and its partner, the other bend of the same edge on the same level: one at the left
 // side of the column, one at the right.
-void IncLayout::place_break_node(Node node, double x_start, double x_end, double y, NodeSet& b,
-                                 bool reversed) {
+void IncLayout::place_break_node(Node node, double x_start, double x_end, double y,
+                                 const BreakRun& b, bool reversed) {
     const int i = find_partner(node, b);
     if (i < 0) {
         node.SetPosition(x_start, y);
         return;
     }
-    Node partner = b.GetItem(i);
-    const bool partner_first = i + 1 < b.GetCount() && b.GetItem(i + 1) == node;
-    if (reversed || partner_first) {
-        partner.SetPosition(x_start, y);
-        node.SetPosition(x_end, y);
-    } else {
-        partner.SetPosition(x_end, y);
-        node.SetPosition(x_start, y);
-    }
+    const bool partner_first = i + 1 < b.get_count() && b.id_at(i + 1) == node.GetID();
+    const bool partner_left = reversed || partner_first;
+    b.set_position(i, partner_left ? x_start : x_end, y);
+    node.SetPosition(partner_left ? x_end : x_start, y);
 }
 
 // The first entry of the list that has the level of the node and is not the node; -1 where there is
 // none. A walk from the front would find it; but the bends of a list were made in one go and have
 // descending ids without gaps, so the place of the node is known, and its partner stands right
 // before or behind it. The walk is taken only where the list does not look like that.
-int IncLayout::find_partner(const Node& node, NodeSet& b) {
+int IncLayout::find_partner(const Node& node, const BreakRun& b) {
     const int level = (*cur_info)[node].level;
-    const int count = b.GetCount();
+    const int count = b.get_count();
     const auto same_level = [&](int i) {
-        return i >= 0 && i < count && (*cur_info)[b.GetItem(i)].level == level;
+        return i >= 0 && i < count && (*cur_info)[b.at(i)].level == level;
     };
-    const int place = count > 0 ? b.GetItem(0).GetID() - node.GetID() : -1;
-    if (place >= 0 && place < count && b.GetItem(place) == node &&
+    const int place = count > 0 ? b.id_at(0) - node.GetID() : -1;
+    if (place >= 0 && place < count && b.id_at(place) == node.GetID() &&
         (same_level(place - 1) || same_level(place + 1))) {
         // The bends at the front have no level. They get their records here, as in the walk, and
         // with them a place in the drawing that the next Update takes back.
         int front = 0;
-        while (front < place && (*cur_info)[b.GetItem(front)].level < 0) {
+        while (front < place && (*cur_info)[b.at(front)].level < 0) {
             ++front;
         }
         return same_level(place - 1) ? place - 1 : place + 1;
     }
     for (int i = 0; i < count; ++i) {
-        if (same_level(i) && b.GetItem(i) != node) {
+        if (same_level(i) && b.id_at(i) != node.GetID()) {
             return i;
         }
     }

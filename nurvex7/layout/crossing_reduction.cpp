@@ -75,7 +75,7 @@ bool NodeByAdjacentYComparator::operator()(const Node& a, const Node& b) const {
 }
 
 double NodeByAdjacentYComparator::key(const Node& node) const {
-    GraphSet<NodeEdgePair>& set = layout->local_info[node].*neighbour_set;
+    const Segments& set = layout->local_info[node].*neighbour_set;
     if (set.empty()) {
         return node.GetPosition().y;
     }

@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -119,16 +120,16 @@ void IncLayout::insert_chain(const Node& from, const Node& to, const Edge& edge,
             mark_as_neighbours(after, before, edge);
         }
     };
-    NodeSet b = edge.GetBreakNodesIn(from.GetOwner());
-    const int end = b.GetCount() - skipped;
+    const BreakRun b(edge, from.GetOwner());
+    const int end = b.get_count() - skipped;
     int level = (*cur_info)[from].level + sign;
     Node prev = from;
     for (int i = skipped; i < end; i += 2) {
-        const Node dummy = b.GetItem(i);
+        const Node dummy = b.at(i);
         put_dummy_on_level(dummy, level);
         join(prev, dummy);
         prev = dummy;
-        (*cur_info)[b.GetItem(i + 1)].level = level;
+        (*cur_info)[b.at(i + 1)].level = level;
         level += sign;
     }
     join(prev, to);

@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
 #include <optional>
@@ -10,6 +11,12 @@ namespace {
 // The y of the first or last bend of an edge inside a node; nothing where the edge ends on the node
 // itself. Most edges do, so asking enters no empty run for them.
 std::optional<double> _y_of_inner_bend(const Edge& edge, const Node& node, Order order) {
+    const DefaultEdgeVis* const known = edge.get_impl()->known_vis;
+    if (known != nullptr && known->store == edge.get_vis().get()) {
+        if (known->known_run_in(node.GetID()) == nullptr) {
+            return std::nullopt;
+        }
+    }
     const graph_ptr<node_impl_set> inner = edge.FindBreakNodesIn(node);
     const int count = inner.get() != nullptr ? inner->GetCount() : 0;
     if (count == 0) {
@@ -63,25 +70,25 @@ double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, dou
 // The track under the tail of a flat or reversed edge.
 void IncLayout::place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
                                    const Node& owner) {
-    NodeSet b = edge.GetBreakNodesIn(owner);
-    if (b.GetCount() > 2) {
-        b.GetItem(2).SetPosition(x_stub, y);
+    const BreakRun b(edge, owner);
+    if (b.get_count() > 2) {
+        b.set_position(2, x_stub, y);
     }
-    if (b.GetCount() > 3) {
-        b.GetItem(3).SetPosition(x_start, y);
+    if (b.get_count() > 3) {
+        b.set_position(3, x_start, y);
     }
 }
 
 // The track under the head of a reversed edge.
 void IncLayout::place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
                                   const Node& owner) {
-    NodeSet b = edge.GetBreakNodesIn(owner);
-    const int n = b.GetCount();
+    const BreakRun b(edge, owner);
+    const int n = b.get_count();
     if (n >= 4) {
-        b.GetItem(n - 4).SetPosition(x_end, y);
+        b.set_position(n - 4, x_end, y);
     }
     if (n >= 3) {
-        b.GetItem(n - 3).SetPosition(x_stub, y);
+        b.set_position(n - 3, x_stub, y);
     }
 }
 
@@ -89,7 +96,7 @@ void IncLayout::place_backedge_in(const Edge& edge, double x_stub, double x_end,
 void IncLayout::adjust_ports(std::vector<Node>* level, double x, Order order) {
     for (Node& port : *level) {
         LocalNodeInfo& info = local_info[port];
-        GraphSet<NodeEdgePair>& next = order == ORDER_IN ? info.out_neighbours : info.in_neighbours;
+        const Segments& next = order == ORDER_IN ? info.out_neighbours : info.in_neighbours;
         if (next.empty()) {
             continue;
         }

@@ -39,11 +39,8 @@ private:
         int place;
         double offset;
     };
-    /// The neighbours on one side, those of the node at place p between start[p] and start[p + 1].
-    struct Side {
-        std::vector<std::size_t> start;
-        std::vector<Neighbour> neighbours;
-    };
+    using Side = PlacedLists<Neighbour>;
+
     /// What pulls on one node of a block. A node that nothing pulls on is free: it is carried by
     /// the block around it. One that is passed over takes no part in forces at all.
     struct Pull {
@@ -52,7 +49,7 @@ private:
     };
 
     int find_or_enter(const Node& node);
-    void gather(GraphSet<NodeEdgePair>& set, bool base_is_dummy, bool old_only, Side& side);
+    void gather(std::size_t base, const Segments& segments, bool old_only, Side& side);
     Pull pull_on(int place, DependenceLevel dependence) const;
     void settle_blocks(double lower);
     void hold_upper_bound(Stretch block, double upper);
@@ -102,31 +99,30 @@ int IncLayout::ForceField::find_or_enter(const Node& node) {
 }
 
 void IncLayout::ForceField::gather_neighbours(bool old_only) {
-    for (std::size_t place = 0; place < own; ++place) {
-        LocalNodeInfo& info = layout.local_info[*nodes[place]];
-        gather(info.in_neighbours, dummy[place] != 0, false, in);
-        gather(info.out_neighbours, dummy[place] != 0, old_only, out);
-    }
-    in.start.push_back(in.neighbours.size());
-    out.start.push_back(out.neighbours.size());
+    places.for_each_record(layout.local_info.node_info, own,
+                           [&](std::size_t place, const LocalNodeInfo& info) {
+                               gather(place, info.in_neighbours, false, in);
+                               gather(place, info.out_neighbours, old_only, out);
+                           });
+    in.close(own);
+    out.close(own);
 }
 
-// The neighbours of the next place. A real node feels only real neighbours, so that a long edge
-// does not pull on its ends here; a dummy node feels all of them.
+// The neighbours of one place. A real node feels only real neighbours, so that a long edge does not
+// pull on its ends here; a dummy node feels all of them.
 //
 // Deliberate: the exit side is measured for neighbours of both directions, so that also a neighbour
 // to the right is taken at its last inner break node.
-void IncLayout::ForceField::gather(GraphSet<NodeEdgePair>& set, bool base_is_dummy, bool old_only,
+void IncLayout::ForceField::gather(std::size_t base, const Segments& segments, bool old_only,
                                    Side& side) {
-    side.start.push_back(side.neighbours.size());
-    for (const NodeEdgePair& pair : set) {
+    for (const NodeEdgePair& pair : segments) {
         if (old_only && layout._is_new(pair.node)) {
             continue;
         }
         const int place = find_or_enter(pair.node);
         const bool is_dummy = dummy[static_cast<std::size_t>(place)] != 0;
-        if (base_is_dummy || !is_dummy) {
-            side.neighbours.push_back({place, is_dummy ? 0 : inout_offset(pair, ORDER_OUT)});
+        if (dummy[base] != 0 || !is_dummy) {
+            side.add(base, {place, is_dummy ? 0 : inout_offset(pair, ORDER_OUT)});
         }
     }
 }
@@ -139,11 +135,10 @@ IncLayout::ForceField::Pull IncLayout::ForceField::pull_on(int at,
     double sum = 0;
     std::size_t count = 0;
     const auto feel = [&](const Side& side) {
-        for (std::size_t i = side.start[place]; i < side.start[place + 1]; ++i) {
-            const Neighbour& neighbour = side.neighbours[i];
+        for (const Neighbour& neighbour : side.of(place)) {
             sum += y[static_cast<std::size_t>(neighbour.place)] + neighbour.offset - centre;
         }
-        count += side.start[place + 1] - side.start[place];
+        count += side.of(place).size();
     };
     if (dependence != DEPEND_ON_OUT) {
         feel(in);

@@ -14,6 +14,7 @@
 
 namespace nurvex7 {
 
+class BreakRun;
 class LevelGraph;
 class Ordinals;
 struct NodeByAdjacentYComparator;
@@ -154,9 +155,9 @@ protected:
     double place_column(std::size_t k, double x, double y_shift, double& bottom);
     void place_normal_node(Node node, double x_start, double x_end, double y);
     void place_passing_edges(double y_shift);
-    void place_break_node(Node node, double x_start, double x_end, double y, NodeSet& b,
+    void place_break_node(Node node, double x_start, double x_end, double y, const BreakRun& b,
                           bool reversed);
-    int find_partner(const Node& node, NodeSet& b);
+    int find_partner(const Node& node, const BreakRun& b);
 
     // Routing (edge_routing.cpp)
     void adjust_break_to_inner(Node break_node, const Node& node, double x, double y, Order order);
@@ -264,7 +265,7 @@ private:
     auto with_level_graph(const std::vector<Node>& list, F f);
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
 
-    std::size_t forget_at = 16; ///< so many tables call for a look at their owners
+    std::size_t forget_at = 16;                ///< so many tables call for a look at their owners
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<LevelGraph> level_graph;   ///< per phase of the level assignment
     std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
@@ -287,7 +288,7 @@ struct NURVEX7_API NodeByAdjacentYComparator {
     double key(const Node& node) const;
 
     IncLayout* layout;
-    GraphSet<NodeEdgePair> LocalNodeInfo::*neighbour_set;
+    Segments LocalNodeInfo::*neighbour_set;
 };
 
 /// True where a room was opened below a y, at a greater one; such a room does not push what stands

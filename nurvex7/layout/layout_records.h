@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -31,13 +33,66 @@ struct EdgeInfo {
     bool is_old = false; ///< was drawn at the end of the last finished run
 };
 
+/// The segments that lead from a node to one side, each as the node at its other end and its edge.
+///
+/// A dummy node has one on each side, and most nodes are dummy nodes: one has its place here, more
+/// of them have theirs elsewhere.
+/// Order   as they were appended
+class Segments {
+public:
+    Segments() = default;
+    Segments(const Segments& other)
+        : only(other.only),
+          many(other.many != nullptr ? std::make_unique<pairs_t>(*other.many) : nullptr) {}
+    Segments(Segments&&) = default;
+    Segments& operator=(Segments other) noexcept {
+        only.reset();
+        if (other.only.has_value()) {
+            only.emplace(*other.only);
+        }
+        many = std::move(other.many);
+        return *this;
+    }
+    ~Segments() = default;
+
+    void push_back(const NodeEdgePair& pair) {
+        if (many != nullptr) {
+            many->push_back(pair);
+        } else if (!only.has_value()) {
+            only.emplace(pair);
+        } else {
+            many = std::make_unique<pairs_t>();
+            many->reserve(4);
+            many->push_back(*only);
+            many->push_back(pair);
+            only.reset();
+        }
+    }
+
+    bool empty() const { return begin() == end(); }
+    int GetCount() const { return static_cast<int>(end() - begin()); }
+    const NodeEdgePair& operator[](int index) const { return begin()[index]; }
+    const NodeEdgePair* begin() const {
+        return many != nullptr ? many->data() : only.has_value() ? &*only : nullptr;
+    }
+    const NodeEdgePair* end() const {
+        return many != nullptr ? many->data() + many->size() : begin() + (only.has_value() ? 1 : 0);
+    }
+
+private:
+    using pairs_t = std::vector<NodeEdgePair>;
+
+    std::optional<NodeEdgePair> only;
+    std::unique_ptr<pairs_t> many; ///< null up to one
+};
+
 /// What a run knows of a node.
 struct LocalNodeInfo {
     bool visited = false;        ///< mark of the search for connected components
     std::int32_t wrap_count = 0; ///< edges on tracks under the node: same-level and reversed ones
     std::int32_t order = -1;     ///< place in the enumeration that breaks cycles
-    GraphSet<NodeEdgePair> in_neighbours;  ///< segments to the next lower level
-    GraphSet<NodeEdgePair> out_neighbours; ///< segments to the next higher level
+    Segments in_neighbours;      ///< to the next lower level
+    Segments out_neighbours;     ///< to the next higher level
 };
 
 /// What a run knows of an edge.

@@ -222,9 +222,9 @@ void _for_each_successor(LevelGraph& graph, int i, F f) {
 /// All that can be reached from some nodes, in topological order: a depth-first walk with a stack
 /// of its own, read backwards (Tarjan, "Edge-disjoint spanning trees and depth-first search",
 /// 1976). On a cycle it stops where it has been.
-class _Reach {
+class Reach {
 public:
-    explicit _Reach(LevelGraph& of)
+    explicit Reach(LevelGraph& of)
         : graph(of), reached(static_cast<std::size_t>(of.get_count()), 0) {}
 
     void walk_from(int source) {
@@ -277,7 +277,7 @@ private:
 // paths one by one takes exponential time on dense graphs, so the nodes are taken in topological
 // order, when all that reaches them is known.
 void _raise_levels(LevelGraph& graph, const std::vector<int>& sources, int level) {
-    _Reach reach(graph);
+    Reach reach(graph);
     std::vector<int> arrival(static_cast<std::size_t>(graph.get_count()), INT_MIN);
     for (const int source : sources) {
         reach.walk_from(source);

@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
 #include <algorithm>
@@ -53,9 +54,9 @@ void IncLayout::mark_old() {
                 continue;
             }
             (*cur_info)[pair.edge].is_old = true;
-            NodeSet bends = pair.edge.GetBreakNodesIn(pair.node.GetOwner());
-            for (int i = 0; i < bends.GetCount(); ++i) {
-                NodeInfo& bend = (*cur_info)[bends.GetItem(i)];
+            const BreakRun bends(pair.edge, pair.node.GetOwner());
+            for (int i = 0; i < bends.get_count(); ++i) {
+                NodeInfo& bend = (*cur_info)[bends.at(i)];
                 bend.is_old = true;
                 bend.was_hidden = false;
             }

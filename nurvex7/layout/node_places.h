@@ -3,6 +3,8 @@
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <vector>
 
 namespace nurvex7 {
@@ -33,8 +35,69 @@ public:
         return place < numbered.size() && numbered[place] == impl ? impl->place : -1;
     }
 
+    /// Calls `f(place, record)` for the records that the first `count` nodes have. Few nodes are
+    /// looked up one by one; for many the records are walked as they lie in memory.
+    ///
+    /// Order   undefined
+    template <typename Map, typename F>
+    void for_each_record(Map& records, std::size_t count, F f) const {
+        if (records.size() > 4 * count) {
+            for (std::size_t place = 0; place < count; ++place) {
+                if (auto* const entry = records.find(numbered[place]->get_id())) {
+                    f(place, entry->second);
+                }
+            }
+            return;
+        }
+        records.for_each([&](int, auto& entry) {
+            const int place = find(entry.first);
+            if (place >= 0 && static_cast<std::size_t>(place) < count) {
+                f(static_cast<std::size_t>(place), entry.second);
+            }
+        });
+    }
+
 private:
     std::vector<const INodeImpl*> numbered;
+};
+
+/// Lists of things, one list for each place, in one piece of memory.
+template <typename T>
+class PlacedLists {
+public:
+    /// Puts a thing into the list of a place, behind what it has.
+    void add(std::size_t place, const T& thing) { added.push_back({place, thing}); }
+
+    /// Ends the adding: the lists can be read from here on.
+    void close(std::size_t places) {
+        start.assign(places + 1, 0);
+        for (const Added& entry : added) {
+            ++start[entry.place + 1];
+        }
+        for (std::size_t p = 1; p < start.size(); ++p) {
+            start[p] += start[p - 1];
+        }
+        std::vector<std::size_t> next(start);
+        things.resize(added.size());
+        for (const Added& entry : added) {
+            things[next[entry.place]++] = entry.thing;
+        }
+        std::vector<Added>().swap(added);
+    }
+
+    std::span<const T> of(std::size_t place) const {
+        return std::span(things).subspan(start[place], start[place + 1] - start[place]);
+    }
+
+private:
+    struct Added {
+        std::size_t place;
+        T thing;
+    };
+
+    std::vector<Added> added;
+    std::vector<std::size_t> start;
+    std::vector<T> things;
 };
 
 } // namespace nurvex7

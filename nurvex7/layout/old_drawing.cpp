@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
 #include <algorithm>
@@ -55,11 +56,11 @@ void IncLayout::restore_old_dummy(const Node& n) {
         }
         const bool reversed = head_level < level;
         const int skipped = reversed ? 4 : 2;
-        NodeSet b = pair.edge.GetBreakNodesIn(owner);
-        const int end = b.GetCount() - skipped;
+        const BreakRun b(pair.edge, owner);
+        const int end = b.get_count() - skipped;
         Node prev = n;
         for (int i = skipped; i < end; i += 2) {
-            const Node dummy = b.GetItem(i);
+            const Node dummy = b.at(i);
             const NodeInfo old = old_info[dummy];
             if (old.level < 0) {
                 continue; // a bend that no run has put on a level has no place to return to
@@ -67,7 +68,7 @@ void IncLayout::restore_old_dummy(const Node& n) {
             lengthen_to_hold(old.level);
             level_nodes[static_cast<std::size_t>(old.level)].push_back(dummy);
             (*cur_info)[dummy] = old;
-            (*cur_info)[b.GetItem(i + 1)] = old;
+            (*cur_info)[b.at(i + 1)] = old;
             if (reversed) {
                 mark_as_neighbours(dummy, prev, pair.edge);
             } else {

@@ -15,24 +15,22 @@ Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_stor
             y.push_back(n.GetPosition().y);
         }
     }
-    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (const Node& n : level_nodes[k]) {
-            LocalNodeInfo& info = local_info[n];
-            gather(info.in_neighbours, places, in);
-            gather(info.out_neighbours, places, out);
-        }
-    }
-    in.start.push_back(in.places.size());
-    out.start.push_back(out.places.size());
+    places.for_each_record(local_info.node_info, y.size(),
+                           [&](std::size_t place, const LocalNodeInfo& info) {
+                               gather(place, info.in_neighbours, places, in);
+                               gather(place, info.out_neighbours, places, out);
+                           });
+    in.close(y.size());
+    out.close(y.size());
 }
 
-// The neighbours of the next place. Ports have no place, and no sweep reads them.
-void Ordinals::gather(GraphSet<NodeEdgePair>& set, const NodePlaces& places, Neighbours& into) {
-    into.start.push_back(into.places.size());
-    for (const NodeEdgePair& pair : set) {
-        const int place = places.find(pair.node);
-        if (place >= 0) {
-            into.places.push_back(place);
+// Ports have no place, and no sweep reads them.
+void Ordinals::gather(std::size_t place, const Segments& segments, const NodePlaces& places,
+                      Neighbours& into) {
+    for (const NodeEdgePair& pair : segments) {
+        const int neighbour = places.find(pair.node);
+        if (neighbour >= 0) {
+            into.add(place, neighbour);
         }
     }
 }
@@ -47,16 +45,15 @@ void Ordinals::enumerate(std::size_t k) {
 }
 
 double Ordinals::key(int place, const Neighbours& neighbours) const {
-    const std::size_t first = neighbours.start[static_cast<std::size_t>(place)];
-    const std::size_t last = neighbours.start[static_cast<std::size_t>(place) + 1];
-    if (first == last) {
+    const std::span<const int> around = neighbours.of(static_cast<std::size_t>(place));
+    if (around.empty()) {
         return y[static_cast<std::size_t>(place)];
     }
     double sum = 0;
-    for (std::size_t i = first; i < last; ++i) {
-        sum += y[static_cast<std::size_t>(neighbours.places[i])];
+    for (const int neighbour : around) {
+        sum += y[static_cast<std::size_t>(neighbour)];
     }
-    return sum / static_cast<double>(last - first);
+    return sum / static_cast<double>(around.size());
 }
 
 // The keys do not change during a sort, so each is computed once.

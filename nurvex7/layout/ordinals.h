@@ -31,17 +31,16 @@ public:
     void store(std::vector<std::vector<Node>>& level_nodes) const;
 
 private:
-    struct Neighbours {
-        std::vector<std::size_t> start;
-        std::vector<int> places;
-    };
+    using Neighbours = PlacedLists<int>;
+
     struct Level {
         int first = 0;          ///< place of the node that was gathered first
         std::vector<int> order; ///< places, in the order along the level
         bool touched = false;
     };
 
-    void gather(GraphSet<NodeEdgePair>& set, const NodePlaces& places, Neighbours& into);
+    static void gather(std::size_t place, const Segments& segments, const NodePlaces& places,
+                       Neighbours& into);
     double key(int place, const Neighbours& neighbours) const;
 
     std::vector<Level> levels;

@@ -11,11 +11,11 @@ namespace {
 
 /// Looks at the components of one owner as an Update would find them. What has no record reads as
 /// the default, and none is made.
-class _Outlook {
+class Outlook {
 public:
     using store = GraphInfoStore<NodeInfo, EdgeInfo>;
 
-    _Outlook(const store* records_of_owner, const StructureIndex& index, bool with_hidden)
+    Outlook(const store* records_of_owner, const StructureIndex& index, bool with_hidden)
         : records(records_of_owner), answers(index), keep_hidden(with_hidden) {}
 
     UpdateOutlook of(const Node& owner) {
@@ -127,7 +127,7 @@ UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) 
         const auto found = serving->cluster_info.find(n);
         const node_store* const records =
             found != serving->cluster_info.end() ? &found->second : nullptr;
-        outlook = std::max(outlook, _Outlook(records, answers, serving->keep_hidden).of(n));
+        outlook = std::max(outlook, Outlook(records, answers, serving->keep_hidden).of(n));
     }
     // An owner that this object never laid out may own some that another one did.
     return never_laid_out && outlook != UpdateOutlook::DOES_NOT_FIT ? UpdateOutlook::NEVER_LAID_OUT

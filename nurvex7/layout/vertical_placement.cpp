@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/break_run.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,7 +17,7 @@ namespace nurvex7 {
 // there, so that the old drawing of the node is not disturbed.
 double IncLayout::_get_height(const Node& node) {
     if (node.IsDummy()) {
-        const Edge e = node.GetEdgesOut().GetItem(0);
+        const Edge e = edge_of_bend(node);
         return e.GetHandler()->GetWidth(e);
     }
     const double height = node.GetSize().height;

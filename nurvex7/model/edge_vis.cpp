@@ -119,13 +119,17 @@ void DefaultEdgeVis::remove_break_nodes_in(int owner_id) {
 }
 
 graph_ptr<node_impl_vector> DefaultEdgeVis::find_run(int owner_id) const {
+    return known_run_in(owner_id);
+}
+
+node_impl_vector* DefaultEdgeVis::known_run_in(int owner_id) const {
     const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
                                         owner_id, _stands_before);
     const bool found = place != break_nodes_by_owner.end() && place->first == owner_id;
-    return found ? place->second : graph_ptr<node_impl_vector>();
+    return found ? place->second.get() : nullptr;
 }
 
-graph_ptr<node_impl_vector> DefaultEdgeVis::find_or_make_run(int owner_id) {
+const graph_ptr<node_impl_vector>& DefaultEdgeVis::find_or_make_run(int owner_id) {
     const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
                                         owner_id, _stands_before);
     if (place != break_nodes_by_owner.end() && place->first == owner_id) {

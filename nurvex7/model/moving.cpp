@@ -1,5 +1,6 @@
 #include "nurvex7/model/moving.h"
 
+#include "nurvex7/model/break_run.h"
 #include "nurvex7/model/queries.h"
 #include "nurvex7/model/structure_index.h"
 
@@ -18,9 +19,9 @@ point origin_of(const Node& node) {
 }
 
 void shift_run(const Edge& edge, const point& by, const Node& owner) {
-    NodeSet run = edge.GetBreakNodesIn(owner);
-    for (int i = 0; i < run.GetCount(); ++i) {
-        _shift(run.GetItem(i), by);
+    const BreakRun run(edge, owner);
+    for (int i = 0; i < run.get_count(); ++i) {
+        run.shift(i, by);
     }
 }
 

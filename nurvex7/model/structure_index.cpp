@@ -77,9 +77,10 @@ int StructureIndex::Surroundings::find_root(const graph_ptr<INodeImpl>& root) {
 /// names the root. Where v is w, the edge ends on the owner itself.
 class StructureIndex::Lifting {
 public:
-    Lifting(StructureIndex& of, Surroundings& around, Node (Edge::*edge_end)() const);
+    Lifting(StructureIndex& of, Surroundings& around,
+            graph_ptr<INodeImpl> (IEdgeImpl::*edge_end)() const);
 
-    void lift_edges(EdgeSet (Node::*node_edges)() const);
+    void lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)());
     Relation take_siblings() { return sorted_relation(siblings); }
     Relation take_crossings() { return sorted_relation(crossings); }
 
@@ -95,7 +96,7 @@ private:
         }
     };
 
-    void lift(int near_end, const Node& far_end);
+    void lift(int near_end, const graph_ptr<INodeImpl>& far_end);
     void lift_inside(int near_end, int far_end);
     void lift_outside(int near_end, const Surroundings::Above& far_end);
     void add(std::vector<Answer>& answers, int base, int node);
@@ -103,7 +104,7 @@ private:
 
     StructureIndex& index;
     Surroundings& surroundings;
-    Node (Edge::*far_end_of)() const;
+    graph_ptr<INodeImpl> (IEdgeImpl::*far_end_of)() const;
     int edge = 0;    ///< number of the edge at work
     int edge_id = 0; ///< and its id
     std::vector<Answer> siblings;
@@ -113,37 +114,38 @@ private:
 };
 
 StructureIndex::Lifting::Lifting(StructureIndex& of, Surroundings& around,
-                                 Node (Edge::*edge_end)() const)
+                                 graph_ptr<INodeImpl> (IEdgeImpl::*edge_end)() const)
     : index(of), surroundings(around), far_end_of(edge_end), top_is_root(IsRoot(of.nodes.front())),
       own_root(top_is_root ? 0 : around.find_above(of.nodes.front().get_impl()).root) {}
 
-void StructureIndex::Lifting::lift_edges(EdgeSet (Node::*node_edges)() const) {
+void StructureIndex::Lifting::lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)()) {
     if (own_root == Surroundings::NOWHERE) {
         return;
     }
     for (int place = 1; place < static_cast<int>(index.nodes.size()); ++place) {
-        EdgeSet own_edges = (index.nodes[static_cast<std::size_t>(place)].*node_edges)();
-        const int count = own_edges.GetCount();
+        INodeImpl& near_end = *index.nodes[static_cast<std::size_t>(place)].get_impl();
+        const graph_ptr<edge_impl_set> own_edges = (near_end.*node_edges)();
+        const int count = own_edges->GetCount();
         for (int i = 0; i < count; ++i) {
-            const Edge at_work = own_edges.GetItem(i);
-            const Node far_end = (at_work.*far_end_of)();
-            if (far_end.get_impl().get() != nullptr) {
+            const graph_ptr<IEdgeImpl> at_work = own_edges->GetItem(i);
+            const graph_ptr<INodeImpl> far_end = ((*at_work).*far_end_of)();
+            if (far_end.get() != nullptr) {
                 edge = index.number_of(at_work);
-                edge_id = at_work.GetID();
+                edge_id = at_work->get_id();
                 lift(place, far_end);
             }
         }
     }
 }
 
-void StructureIndex::Lifting::lift(int near_end, const Node& far_end) {
-    const int place = index.find_place(far_end.get_impl());
+void StructureIndex::Lifting::lift(int near_end, const graph_ptr<INodeImpl>& far_end) {
+    const int place = index.find_place(far_end);
     if (place == near_end) {
         add(siblings, place, place);
     } else if (place >= 0) {
         lift_inside(near_end, place);
     } else {
-        const Surroundings::Above above = surroundings.find_above(far_end.get_impl());
+        const Surroundings::Above above = surroundings.find_above(far_end);
         if (above.root != Surroundings::NOWHERE) {
             lift_outside(near_end, above);
         }
@@ -231,14 +233,14 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
 StructureIndex::StructureIndex(const Node& owner) {
     collect_nodes(owner);
     Surroundings surroundings(*this);
-    Lifting out(*this, surroundings, &Edge::To);
-    out.lift_edges(&Node::GetEdgesOut);
+    Lifting out(*this, surroundings, &IEdgeImpl::to);
+    out.lift_edges(&INodeImpl::get_edges_out);
     children = out.take_siblings();
     edges_out = out.take_crossings();
     // After removals the edges in of a node and the edges out of its neighbours may differ, so each
     // direction is lifted from its own sets.
-    Lifting in(*this, surroundings, &Edge::From);
-    in.lift_edges(&Node::GetEdgesIn);
+    Lifting in(*this, surroundings, &IEdgeImpl::from);
+    in.lift_edges(&INodeImpl::get_edges_in);
     parents = in.take_siblings();
     edges_in = in.take_crossings();
     place_notes.assign(GetPlaceCount(), 0);
@@ -273,14 +275,13 @@ int StructureIndex::find_place(const graph_ptr<INodeImpl>& node) const {
 
 // Nobody else numbers edges while the index is made, so the note alone tells whether an edge has
 // its number.
-int StructureIndex::number_of(const Edge& edge) {
-    const IEdgeImpl* const impl = edge.get_impl().get();
-    const auto noted = static_cast<std::size_t>(impl->place);
-    if (noted >= edges.size() || edges[noted].get_impl().get() != impl) {
-        impl->place = static_cast<int>(edges.size());
-        edges.push_back(edge);
+int StructureIndex::number_of(const graph_ptr<IEdgeImpl>& edge) {
+    const auto noted = static_cast<std::size_t>(edge->place);
+    if (noted >= edges.size() || edges[noted].get_impl().get() != edge.get()) {
+        edge->place = static_cast<int>(edges.size());
+        edges.push_back(Edge(nodes.front().get_vis(), edge));
     }
-    return impl->place;
+    return edge->place;
 }
 
 const Node& StructureIndex::NodeAt(int place) const {

@@ -74,7 +74,7 @@ private:
     int find_place(const graph_ptr<INodeImpl>& node) const;
     std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
     static std::span<const Link> links_of(const Relation& relation, int place);
-    int number_of(const Edge& edge);
+    int number_of(const graph_ptr<IEdgeImpl>& edge);
 
     std::vector<Node> nodes;
     std::vector<int> owner_place; ///< place of each node's owner in `nodes`; -1 for the first

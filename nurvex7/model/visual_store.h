@@ -155,6 +155,11 @@ public:
     /// hit test finds it, and only the store, with the node records given, holds anything of it.
     bool is_out_of_reach(const IdMap<NodeVisInfo>& records) const;
 
+    /// The run of an owner, for who does not keep it; an empty one is entered where there is none.
+    node_impl_vector& run_in(int owner_id) { return *find_or_make_run(owner_id); }
+    /// Likewise; null where there is none.
+    node_impl_vector* known_run_in(int owner_id) const;
+
     /// True where get_break_nodes gives the route that it has given before.
     bool has_route() const { return break_nodes_cache.get() != nullptr; }
 
@@ -166,7 +171,7 @@ private:
 
     /// The run of an owner; null where there is none.
     graph_ptr<node_impl_vector> find_run(int owner_id) const;
-    graph_ptr<node_impl_vector> find_or_make_run(int owner_id);
+    const graph_ptr<node_impl_vector>& find_or_make_run(int owner_id);
     void forget_route();
     graph_ptr<INodeImpl> append_outward_runs(const graph_ptr<INodeImpl>& from,
                                              const graph_ptr<node_impl_vector>& route) const;
