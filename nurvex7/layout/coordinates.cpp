@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/node_places.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -39,9 +40,8 @@ void IncLayout::calculate_x_coords() {
 double IncLayout::top_shift() const {
     double top = node_gap;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (const Node& n : level_nodes[k]) {
-            top = std::min(top, n.GetPosition().y);
-        }
+        for_each_on_level(level_nodes[k],
+                          [&](const Node& n) { top = std::min(top, n.GetPosition().y); });
     }
     return top - node_gap;
 }
@@ -54,11 +54,13 @@ double IncLayout::top_shift() const {
 // Deliberate: the gap behind the last column counts in the width of the owner.
 double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom) {
     double x_end = x;
-    for (const Node& n : level_nodes[k]) {
+    std::vector<const Node*> real;
+    for_each_on_level(level_nodes[k], [&](const Node& n) {
         if (!n.IsDummy()) {
+            real.push_back(&n);
             x_end = std::max(x_end, x + n.GetSize().width);
         }
-    }
+    });
     if (x_end != x) {
         x_end += 2 * edge_margin;
     }
@@ -72,11 +74,9 @@ double IncLayout::place_column(std::size_t k, double x, double y_shift, double& 
         x_end = std::max(x_end, before.x_end);
     }
     cur_levels->set(k, Level{x, x_end, x_end - x});
-    for (const Node& n : level_nodes[k]) {
-        if (!n.IsDummy()) {
-            place_normal_node(n, x, x_end, n.GetPosition().y - y_shift);
-            bottom = lay_tracks(n, x, x_end, n.GetPosition().y + n.GetSize().height);
-        }
+    for (const Node* const n : real) {
+        place_normal_node(*n, x, x_end, n->GetPosition().y - y_shift);
+        bottom = lay_tracks(*n, x, x_end, n->GetPosition().y + n->GetSize().height);
     }
     const double gap = x_end - x == 0 ? 0 : level_gap;
     return x_end + gap;
@@ -203,11 +203,11 @@ private:
 void IncLayout::place_passing_edges(double y_shift) {
     Passages dummies;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (const Node& n : level_nodes[k]) {
+        for_each_on_level(level_nodes[k], [&](const Node& n) {
             if (n.IsDummy()) {
                 dummies.add(n, k);
             }
-        }
+        });
     }
     if (nodes.empty()) {
         return;

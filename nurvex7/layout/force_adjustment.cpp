@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace nurvex7 {
@@ -78,9 +79,8 @@ private:
 IncLayout::ForceField::Stretch IncLayout::ForceField::add(const_node_iterator first,
                                                           const_node_iterator last) {
     const std::size_t begin = order.size();
-    for (auto n = first; n != last; ++n) {
-        order.push_back(find_or_enter(*n));
-    }
+    const std::span<const Node> level(first, last);
+    for_each_on_level(level, [this](const Node& n) { order.push_back(find_or_enter(n)); });
     own = nodes.size();
     return Stretch{begin, order.size()};
 }

@@ -10,10 +10,10 @@ Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_stor
     NodePlaces places;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         levels[k].first = static_cast<int>(y.size());
-        for (const Node& n : level_nodes[k]) {
+        for_each_on_level(level_nodes[k], [&](const Node& n) {
             levels[k].order.push_back(places.enter(n));
             y.push_back(n.GetPosition().y);
-        }
+        });
     }
     places.for_each_record(local_info.node_info, y.size(),
                            [&](std::size_t place, const LocalNodeInfo& info) {

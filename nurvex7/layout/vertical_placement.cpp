@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/node_places.h"
 #include "nurvex7/model/break_run.h"
 
 #include <algorithm>
@@ -48,12 +49,12 @@ double IncLayout::gap_of(const Node& node) const {
 void IncLayout::calculate_initial_y_coords() {
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         double y = 0;
-        for (Node& n : level_nodes[k]) {
+        for_each_on_level(level_nodes[k], [&](Node& n) {
             const double gap = gap_of(n);
             y += gap / 2;
             n.SetPosition(0, y);
             y += _get_height(n) + gap / 2;
-        }
+        });
     }
 }
 

@@ -33,7 +33,7 @@ graph_ptr<IEdgeImpl> DefaultEdgeVis::get_edge_impl() const {
 namespace {
 // A removed node has no owner, unless somebody who has kept it gives it one; he holds it then.
 bool _is_gone(const graph_ptr<INodeImpl>& end) {
-    return end.get() == nullptr || (end != 0 && end->get_owner().get() == nullptr);
+    return end.get() == nullptr || (!end->has_owner() && end != 0);
 }
 } // namespace
 
