@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
@@ -296,7 +297,7 @@ void ViewWindow::update_status() {
 void ViewWindow::restore_state() {
     const QSettings settings;
     if (!restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray())) {
-        resize(USUAL_SIZE);
+        resize(USUAL_SIZE.boundedTo(screen()->availableSize() * 9 / 10));
     }
     restoreState(settings.value(QStringLiteral("window/state")).toByteArray());
 }
