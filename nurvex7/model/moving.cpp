@@ -5,7 +5,7 @@
 #include "nurvex7/model/structure_index.h"
 
 #include <cstddef>
-#include <span>
+#include <vector>
 
 namespace nurvex7 {
 
@@ -25,20 +25,14 @@ void shift_run(const Edge& edge, const point& by, const Node& owner) {
     }
 }
 
-void shift_runs(std::span<const NodeEdgePair> pairs, const point& by, const Node& owner) {
-    for (const NodeEdgePair& pair : pairs) {
-        shift_run(pair.edge, by, owner);
+/// Every run of the nest by what its owner's inside is shifted by. The queries walk the inside of
+/// their node, so that asking them for every node of a nest costs the nest once for every level.
+void shift_runs(const StructureIndex& index, const std::vector<point>& by_of_owner) {
+    const std::vector<Node>& nodes = index.GetNodes();
+    for (const StructureIndex::Run& run : index.GetRuns()) {
+        const auto owner = static_cast<std::size_t>(run.owner);
+        shift_run(index.EdgeAt(run.edge), by_of_owner[owner], nodes[owner]);
     }
-}
-
-/// ShiftWithEdges with the answers at hand. The queries walk the inside of their node, so that
-/// asking them for every node of a nest costs the nest once for every level of it.
-void shift_with_edges(const StructureIndex& index, const Node& node, const point& by) {
-    const Node owner = node.GetOwner();
-    _shift(node, by);
-    shift_runs(index.Children(node), by, owner);
-    shift_runs(index.EdgesOut(node), by, owner);
-    shift_runs(index.EdgesIn(node), by, owner);
 }
 
 void set_end(NodeSet route, int index, double x, double y) {
@@ -80,15 +74,22 @@ int _shift_position(Node node, point by) {
     return ShiftWithEdges(node, {by.x + origin.x, by.y + origin.y});
 }
 
-// Owners come before what they own, so that each node is shifted by the new place of its owner.
+// Owners come before what they own, so that each node is shifted by the new place of its owner. The
+// runs can wait: what stands in one owner is shifted by one vector, and only once the owner stands.
 void ShiftPosition(Node node, point by) {
     _shift(node, by);
-    const StructureIndex index(node);
+    const StructureIndex index(node, StructureIndex::OnlyRuns());
     const std::vector<Node>& nodes = index.GetNodes();
-    for (std::size_t i = 1; i < nodes.size(); ++i) {
-        const point origin = origin_of(nodes[i]);
-        shift_with_edges(index, nodes[i], {by.x + origin.x, by.y + origin.y});
+    std::vector<point> by_of_owner;
+    by_of_owner.reserve(nodes.size());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (i > 0) {
+            _shift(nodes[i], by_of_owner[index.OwnerPlaceOf(i)]);
+        }
+        const point at = nodes[i].GetPosition();
+        by_of_owner.push_back({by.x + at.x, by.y + at.y});
     }
+    shift_runs(index, by_of_owner);
 }
 
 void ShiftPosition(Node node, double x, double y) {
@@ -97,11 +98,17 @@ void ShiftPosition(Node node, double x, double y) {
 
 // The other way round: a node is taken back while its owner still stands at its absolute place.
 void UnshiftPosition(Node node) {
-    const StructureIndex index(node);
+    const StructureIndex index(node, StructureIndex::OnlyRuns());
     const std::vector<Node>& nodes = index.GetNodes();
-    for (std::size_t i = nodes.size(); --i > 0;) {
-        const point origin = origin_of(nodes[i]);
-        shift_with_edges(index, nodes[i], {-origin.x, -origin.y});
+    std::vector<point> by_of_owner;
+    by_of_owner.reserve(nodes.size());
+    for (const Node& n : nodes) {
+        const point at = n.GetPosition();
+        by_of_owner.push_back({-at.x, -at.y});
+    }
+    shift_runs(index, by_of_owner);
+    for (std::size_t i = 1; i < nodes.size(); ++i) {
+        _shift(nodes[i], by_of_owner[index.OwnerPlaceOf(i)]);
     }
 }
 

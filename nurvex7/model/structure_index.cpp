@@ -83,6 +83,8 @@ public:
     void lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)());
     Relation take_siblings() { return sorted_relation(siblings); }
     Relation take_crossings() { return sorted_relation(crossings); }
+    void add_sibling_runs() const { add_runs(siblings); }
+    void add_crossing_runs() const { add_runs(crossings); }
 
 private:
     struct Answer {
@@ -101,6 +103,7 @@ private:
     void lift_outside(int near_end, const Surroundings::Above& far_end);
     void add(std::vector<Answer>& answers, int base, int node);
     Relation sorted_relation(std::vector<Answer>& answers) const;
+    void add_runs(const std::vector<Answer>& answers) const;
 
     StructureIndex& index;
     Surroundings& surroundings;
@@ -230,8 +233,16 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
     return relation;
 }
 
+void StructureIndex::Lifting::add_runs(const std::vector<Answer>& answers) const {
+    for (const Answer& a : answers) {
+        const auto base = static_cast<std::size_t>(a.base);
+        index.runs.push_back({a.link.edge, index.owner_place[base]});
+    }
+}
+
 StructureIndex::StructureIndex(const Node& owner) {
     collect_nodes(owner);
+    number_for_later();
     Surroundings surroundings(*this);
     Lifting out(*this, surroundings, &IEdgeImpl::to);
     out.lift_edges(&INodeImpl::get_edges_out);
@@ -247,6 +258,20 @@ StructureIndex::StructureIndex(const Node& owner) {
     edge_notes.assign(edges.size(), 0);
 }
 
+// Deliberate: the siblings behind the edges in are left out, as ShiftWithEdges does not ask for
+// parents.
+StructureIndex::StructureIndex(const Node& owner, OnlyRuns) {
+    collect_nodes(owner);
+    Surroundings surroundings(*this);
+    Lifting out(*this, surroundings, &IEdgeImpl::to);
+    out.lift_edges(&INodeImpl::get_edges_out);
+    out.add_sibling_runs();
+    out.add_crossing_runs();
+    Lifting in(*this, surroundings, &IEdgeImpl::from);
+    in.lift_edges(&INodeImpl::get_edges_in);
+    in.add_crossing_runs();
+}
+
 void StructureIndex::collect_nodes(const Node& owner) {
     const auto enter = [this](const Node& node) {
         const int own_place = static_cast<int>(nodes.size());
@@ -255,9 +280,15 @@ void StructureIndex::collect_nodes(const Node& owner) {
         owner_place.push_back(above);
         depth.push_back(above < 0 ? 0 : depth[static_cast<std::size_t>(above)] + 1);
         node.get_impl()->place = own_place;
-        place_of[node.GetID()] = own_place;
     };
     ForEachNodeIn(owner, enter, false, true);
+}
+
+// Whoever numbers the nodes next overwrites the notes on them.
+void StructureIndex::number_for_later() {
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        place_of[nodes[i].GetID()] = static_cast<int>(i);
+    }
 }
 
 // The note on the node says where it is, unless somebody else has numbered the node since.

@@ -23,6 +23,12 @@ class NURVEX7_API StructureIndex {
 public:
     explicit StructureIndex(const Node& owner);
 
+    /// What a shift moves: the nodes, and for each edge in an answer of Children, EdgesOut or
+    /// EdgesIn its run beside the node asked. The answers stay empty: a shift moves all that
+    /// stands in one owner by one vector, so it needs them neither sorted nor node by node.
+    struct OnlyRuns {};
+    StructureIndex(const Node& owner, OnlyRuns);
+
     /// True where the node is the owner or lies inside it, in the graph of the owner.
     bool Covers(const Node& node) const;
 
@@ -53,6 +59,18 @@ public:
     int& NoteOfPlace(int place) const { return place_notes[static_cast<std::size_t>(place)]; }
     int& NoteOfEdge(int number) const { return edge_notes[static_cast<std::size_t>(number)]; }
 
+    /// The place of the owner of the node at a place inside.
+    std::size_t OwnerPlaceOf(std::size_t place) const {
+        return static_cast<std::size_t>(owner_place[place]);
+    }
+    /// The run of one edge in one owner.
+    struct Run {
+        int edge;  ///< its number
+        int owner; ///< place of the owner
+    };
+    /// One for each pair of the three answers, of an index of runs alone. Order: none
+    const std::vector<Run>& GetRuns() const { return runs; }
+
     /// The number of nodes strictly inside the owner.
     std::size_t GetCount() const { return nodes.size() - 1; }
     /// Everything inside the owner. Order: owners before what they own, siblings in set order; the
@@ -70,6 +88,7 @@ private:
     class Lifting;
 
     void collect_nodes(const Node& owner);
+    void number_for_later();
     /// The place of a node in `nodes`; -1 where it is not covered.
     int find_place(const graph_ptr<INodeImpl>& node) const;
     std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
@@ -79,7 +98,7 @@ private:
     std::vector<Node> nodes;
     std::vector<int> owner_place; ///< place of each node's owner in `nodes`; -1 for the first
     std::vector<int> depth;       ///< owners between each node and the first
-    IdMap<int> place_of;          ///< by node id
+    IdMap<int> place_of;       ///< by node id; empty in an index of runs, which is not asked later
     std::vector<Node> outside; ///< what stands behind the nodes, for answers that leave the owner
     std::vector<Edge> edges;   ///< by number
     mutable std::vector<int> place_notes;
@@ -88,6 +107,7 @@ private:
     Relation parents;
     Relation edges_out;
     Relation edges_in;
+    std::vector<Run> runs;
 };
 
 } // namespace nurvex7
