@@ -3,6 +3,7 @@
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -152,24 +153,34 @@ QRectF GraphView::GetVisibleArea() const {
 
 std::optional<Node> GraphView::FindNode(QPoint pixel) const {
     const auto at = GetContent().FromWindow({pixel.x(), pixel.y()});
-    NodeSet hit = GetContent().HitNodeTest(at.x, at.y, at.x, at.y);
-    if (hit.GetCount() == 0 || IsRoot(hit.GetItem(0))) {
-        return std::nullopt;
-    }
-    return hit.GetItem(0);
+    const Node hit = GetContent().FindDrawn(at.x, at.y);
+    return IsRoot(hit) ? std::nullopt : std::optional<Node>(hit);
 }
 
 // Events
 
 /// The frame of a rectangle is drawn on what stands below it: until the release, nothing else moves
-/// the view.
+/// the view. The escape key gives the rectangle up.
 bool GraphView::event(QEvent* event) {
-    const bool moves_view = event->type() == QEvent::Wheel || event->type() == QEvent::KeyPress;
-    if (moves_view && content->GetRubberRect()->dragging) {
-        event->accept();
-        return true;
+    const bool is_key =
+        event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    const bool moves_view = is_key || event->type() == QEvent::Wheel;
+    if (!moves_view || !content->GetRubberRect()->dragging) {
+        return ElementWidget::event(event);
     }
-    return ElementWidget::event(event);
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        GetControl().ProcessCaptureLost();
+        tell_rectangle_drawn();
+    }
+    event->accept();
+    return true;
+}
+
+void GraphView::tell_rectangle_drawn() {
+    if (on_rectangle_drawn) {
+        on_rectangle_drawn();
+    }
 }
 
 void GraphView::wheelEvent(QWheelEvent* event) {
@@ -214,18 +225,13 @@ void GraphView::HandleRectangle(CContent::frame_rubber* /*rubber*/, tamsel7::poi
                                          std::max(a.y, b.y));
         for (int i = 0; i < hit.GetCount(); ++i) {
             const Node node = hit.GetItem(i);
-            if (!IsRoot(node) && node.GetOwned().GetCount() == 0) {
+            if (IsFlagSet(node, NODE_DRAWN) && node.GetOwned().GetCount() == 0) {
                 Select(node);
             }
         }
         viewer->RenewView(true);
-        if (on_selection_changed) {
-            on_selection_changed();
-        }
     }
-    if (on_rectangle_drawn) {
-        on_rectangle_drawn();
-    }
+    tell_rectangle_drawn();
 }
 
 } // namespace nurvex

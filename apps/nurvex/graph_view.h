@@ -22,10 +22,9 @@ public:
     /// What a drag on the view does.
     enum class DragMode { PAN, ZOOM_RECTANGLE, SELECT_RECTANGLE };
 
-    std::function<void()> on_view_changed;      ///< scale, place or layout
-    std::function<void()> on_selection_changed; ///< by the rectangle
-    std::function<void()> on_rectangle_drawn;   ///< a rectangle of either mode has been drawn
-    std::function<void(QPoint)> on_menu;        ///< pixel
+    std::function<void()> on_view_changed;    ///< scale, place or layout
+    std::function<void()> on_rectangle_drawn; ///< a rectangle of either mode is done with
+    std::function<void(QPoint)> on_menu;      ///< pixel
 
     explicit GraphView(QWidget* parent);
 
@@ -66,6 +65,7 @@ private:
     void HandleRectangle(nurvex7::CContent::frame_rubber* rubber, tamsel7::point<double> a,
                          tamsel7::point<double> b);
     void HandleMenu(brevolt7::CVisualElement* element, int x, int y);
+    void tell_rectangle_drawn();
     void show_from(QPointF start);
 
     nurvex7::CGraphViewer* viewer;

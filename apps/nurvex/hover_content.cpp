@@ -1,5 +1,6 @@
 #include "apps/nurvex/hover_content.h"
 
+#include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 #include "nurvex7/presentation/iedge_handler.h"
 #include "nurvex7/presentation/inode_handler.h"
@@ -29,6 +30,49 @@ CContent* HoverContent::Make(brevolt7::CVisualElement* parent_element,
     return new HoverContent(parent_element, shown_graph, needs_coord_system);
 }
 
+void HoverContent::DrawContent(tamsel7::IPainter* painter) {
+    if (!held) {
+        CContent::DrawContent(painter);
+    }
+}
+
+// A hidden cluster that is hit stands for the clusters around it, which the hit test leaves out
+// then.
+Node HoverContent::find_target(int x, int y) const {
+    const tamsel7::point<double> at = ConvertP2L({x, y});
+    const auto is_target = [&at](const Node& node) {
+        const tamsel7::rectangle<double> r = MakeDRect(node.GetPosition(), node.GetSize());
+        return IsFlagSet(node, NODE_DRAWN) && r.left <= at.x && at.x <= r.right && r.top <= at.y &&
+               at.y <= r.bottom;
+    };
+    NodeSet hits = HitNodeTest(x, y, x, y);
+    for (int i = 0; i < hits.GetCount(); ++i) {
+        if (is_target(hits.GetItem(i))) {
+            return hits.GetItem(i);
+        }
+    }
+    for (int i = 0; i < hits.GetCount(); ++i) {
+        Node around = hits.GetItem(i);
+        while (!IsRoot(around) && !is_target(around)) {
+            around = around.GetOwner();
+        }
+        if (!IsRoot(around)) {
+            return around;
+        }
+    }
+    return GetGraph()->GetRoot();
+}
+
+std::optional<Edge> HoverContent::find_edge_target(int x, int y) const {
+    EdgeSet hits = HitEdgeTest(x, y, x, y);
+    for (int i = 0; i < hits.GetCount(); ++i) {
+        if (IsFlagSet(hits.GetItem(i), EDGE_DRAWN)) {
+            return hits.GetItem(i);
+        }
+    }
+    return std::nullopt;
+}
+
 void HoverContent::HoverAt(int x, int y) {
     if (!pressed_nodes.empty()) {
         return; // who presses is not looking around
@@ -38,9 +82,10 @@ void HoverContent::HoverAt(int x, int y) {
     if (const Node target = find_target(x, y); !IsRoot(target)) {
         nodes.push_back(target);
     }
-    if (EdgeSet hits = HitEdgeTest(x, y, x, y);
-        hits.GetCount() > 0 && (nodes.empty() || nodes.front().GetOwned().GetCount() > 0)) {
-        edges.push_back(hits.GetItem(0));
+    if (nodes.empty() || nodes.front().GetOwned().GetCount() > 0) {
+        if (const std::optional<Edge> target = find_edge_target(x, y)) {
+            edges.push_back(*target);
+        }
     }
     const std::vector<Node> left_nodes = std::exchange(hovered_nodes, nodes);
     const std::vector<Edge> left_edges = std::exchange(hovered_edges, edges);

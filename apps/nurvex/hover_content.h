@@ -2,6 +2,8 @@
 
 #include "nurvex7/viewer/content.h"
 
+#include <optional>
+
 namespace nurvex {
 
 /// A content that lights up what is under the pointer. The library follows no moves by itself.
@@ -20,10 +22,26 @@ public:
     /// Space   pixel of the element
     void HoverAt(int x, int y);
 
+    /// The drawn node at a pixel of the element, the root where there is none. What is folded away
+    /// keeps a place, and others are drawn there.
+    nurvex7::Node FindDrawn(int x, int y) const { return find_target(x, y); }
+
+    /// Nothing is painted, and so nothing laid out, until the hold ends: for while the graph that
+    /// is shown is being laid out.
+    void SetHeld(bool on) { held = on; }
+
+    void DrawContent(tamsel7::IPainter* painter) override;
+
+protected:
+    nurvex7::Node find_target(int x, int y) const override;
+    std::optional<nurvex7::Edge> find_edge_target(int x, int y) const override;
+
 private:
     void renew(const nurvex7::Node& node);
     void renew(const nurvex7::Edge& edge);
     void renew(tamsel7::rectangle<double> area);
+
+    bool held = false;
 };
 
 } // namespace nurvex

@@ -233,6 +233,7 @@ void ViewWindow::SetSpacing(const Spacing& chosen) {
     }
     const graph_ptr2<Graph> graph = view->GetGraph();
     const QScopedValueRollback mark(opening, true);
+    view->GetContent().SetHeld(true); // a repaint meanwhile would lay out inside this layout
     try {
         layout = LayOut(graph, chosen, view->GetPainter(), this);
         spacing = chosen;
@@ -240,6 +241,7 @@ void ViewWindow::SetSpacing(const Spacing& chosen) {
         graph->SetDefaultLayout(layout);
         graph->GetRoot().MakeLayout();
     }
+    view->GetContent().SetHeld(false);
     after_change(std::nullopt);
 }
 

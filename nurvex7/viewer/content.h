@@ -8,6 +8,7 @@
 #include "nurvex7/viewer/rubber_rect.h"
 #include "nurvex7/viewer/rubber_rect_ex.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -168,8 +169,14 @@ protected:
     using edge_tooltip = int (IEdgeHandler::*)(Edge, CGraphTooltipEvent*);
     using tooltip_signal = signal<brevolt7::CVisualElement*, tamsel7::CTooltipEvent*>;
 
-    /// The node that an event at a pixel is for.
-    Node find_target(int x, int y) const;
+    /// The node that an event at a pixel is for: the first that is hit, the root where there is
+    /// none.
+    ///
+    /// Deliberate: nodes that are hidden answer as well, for hit tests know no flags. A subclass
+    /// whose graphs are folded chooses among what is drawn.
+    virtual Node find_target(int x, int y) const;
+    /// The edge that a tooltip at a pixel is for, likewise; empty where none is hit.
+    virtual std::optional<Edge> find_edge_target(int x, int y) const;
     /// True where a node is in the graph that is shown.
     bool shows(const Node& node) const;
     bool shows(const Edge& edge) const;

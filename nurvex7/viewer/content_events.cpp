@@ -51,6 +51,11 @@ Node CContent::find_target(int x, int y) const {
     return hits.GetCount() > 0 && hits.GetItem(0) != root ? hits.GetItem(0) : root;
 }
 
+std::optional<Edge> CContent::find_edge_target(int x, int y) const {
+    EdgeSet hits = HitEdgeTest(x, y, x, y);
+    return hits.GetCount() > 0 ? std::optional<Edge>(hits.GetItem(0)) : std::nullopt;
+}
+
 // Results
 
 void CContent::HandleEpilogue(int result) {
@@ -241,9 +246,8 @@ bool CContent::ask_tooltip(tamsel7::CTooltipEvent* event, node_tooltip of_node,
     const tamsel7::point<int> at = event->pos;
     int result = ask_in_graph(find_target(at.x, at.y), of_node);
     if (self && result == HANDLED_NOTHING) {
-        EdgeSet edges = HitEdgeTest(event->pos.x, event->pos.y, event->pos.x, event->pos.y);
-        if (edges.GetCount() > 0) {
-            result = ask_in_graph(edges.GetItem(0), of_edge);
+        if (const std::optional<Edge> edge = find_edge_target(event->pos.x, event->pos.y)) {
+            result = ask_in_graph(*edge, of_edge);
         }
     }
     if (self) {

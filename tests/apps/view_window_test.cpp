@@ -2,6 +2,7 @@
 // them is looked at in the graph and on the screen.
 #include "apps/nurvex/view_window.h"
 #include "nurvex7/model/folding.h"
+#include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
 
 #include <QApplication>
@@ -247,6 +248,39 @@ TEST_F(ViewWindowTest, MenusFoldAndHideWhatIsSelected) {
     EXPECT_EQ(hidden(), "");
 }
 
+TEST_F(ViewWindowTest, WhatIsFoldedAwayGivesWay) {
+    const Node browser = node("browser");
+    const Node basket = node("basket");
+    const QPoint stands = middle_of(browser);
+    click(stands);
+    act("hide");
+    EXPECT_FALSE(view().FindNode(stands));
+    act("select_rectangle");
+    drag(view(), stands - QPoint(30, 30), stands + QPoint(5, 5));
+    EXPECT_EQ(selected(), "");
+
+    // Somebody else stands there now, of a higher id.
+    MoveNode(basket, browser.GetPosition().x, browser.GetPosition().y);
+    view().GetViewer().RenewView(true);
+    settle();
+    ASSERT_TRUE(view().FindNode(stands));
+    EXPECT_EQ(*view().FindNode(stands), basket);
+    click(middle_of(basket));
+    EXPECT_EQ(selected(), "basket ");
+}
+
+TEST_F(ViewWindowTest, NothingIsLaidOutByARepaintOfAHeldView) {
+    const double width = node("shop").GetSize().width;
+    node("payment").SetCaption("payment by card, by bank or on delivery");
+    view().GetGraph()->GetRoot().MakeLayout();
+    for (const bool held : {true, false}) {
+        view().GetContent().SetHeld(held);
+        view().GetViewer().RenewView(true);
+        settle();
+        EXPECT_EQ(node("shop").GetSize().width > width, !held);
+    }
+}
+
 TEST_F(ViewWindowTest, PansZoomsAndFits) {
     GraphView& v = view();
     const Node browser = node("browser");
@@ -305,13 +339,22 @@ TEST_F(ViewWindowTest, RectanglesZoomAndSelect) {
     drag(view(), from, from + QPoint(120, 90));
     EXPECT_GT(view().GetScale(), before * 2);
     EXPECT_LE((corner_of(node("shop")) - QPoint()).manhattanLength(), 30);
-    // One rectangle, then a drag pans again; so it does when the rectangle was given up.
-    act("select_rectangle");
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
-    QApplication::sendEvent(&window, &escape);
-    const QPoint stands = corner_of(node("shop"));
-    drag(view(), {300, 300}, {320, 310});
-    EXPECT_EQ(corner_of(node("shop")) - stands, QPoint(20, 10));
+    // One rectangle, then a drag pans again; so it does when the rectangle was given up, before it
+    // was begun or while it is drawn.
+    for (QWidget* const focused :
+         {static_cast<QWidget*>(&window), static_cast<QWidget*>(&view())}) {
+        act("zoom_rectangle");
+        if (focused == &view()) {
+            mouse(view(), QEvent::MouseButtonPress, {200, 200}, Qt::LeftButton, Qt::LeftButton);
+            mouse(view(), QEvent::MouseMove, {300, 300}, Qt::NoButton, Qt::LeftButton);
+        }
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::sendEvent(focused, &escape);
+        mouse(view(), QEvent::MouseButtonRelease, {300, 300}, Qt::LeftButton, Qt::NoButton);
+        const QPoint stands = corner_of(node("shop"));
+        drag(view(), {300, 300}, {320, 310});
+        EXPECT_EQ(corner_of(node("shop")) - stands, QPoint(20, 10));
+    }
 }
 
 TEST_F(ViewWindowTest, DragsNodesOnlyWhereThatIsAllowed) {
