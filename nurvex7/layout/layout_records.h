@@ -72,6 +72,7 @@ public:
     bool empty() const { return begin() == end(); }
     int GetCount() const { return static_cast<int>(end() - begin()); }
     const NodeEdgePair& operator[](int index) const { return begin()[index]; }
+    NodeEdgePair GetItem(int index) const { return begin()[index]; }
     const NodeEdgePair* begin() const {
         return many != nullptr ? many->data() : only.has_value() ? &*only : nullptr;
     }

@@ -78,15 +78,16 @@ void IncLayout::resize_epilogue() {
 
 // A node that comes back from hidden is as new as one just added, but for its level.
 bool IncLayout::_is_new(const Node& node) {
-    const node_store::node_entry* const old = old_info.node_info.find(node.GetID());
-    return old == nullptr || !old->second.is_old || old->second.was_hidden;
+    const node_store::node_entry* const found = old_info.node_info.find(node.GetID());
+    const NodeInfo& old = found != nullptr ? found->second : old_info.default_node;
+    return !old.is_old || old.was_hidden;
 }
 
 // An edge that was recorded while an end of it had no level yet never got a chain.
 bool IncLayout::is_new_edge(const Node& n, const NodeEdgePair& pair) {
-    const node_store::edge_entry* const old = old_info.edge_info.find(pair.edge.GetID());
-    return old == nullptr || !old->second.is_old || old_info[n].level < 0 ||
-           old_info[pair.node].level < 0;
+    const node_store::edge_entry* const found = old_info.edge_info.find(pair.edge.GetID());
+    const EdgeInfo& old = found != nullptr ? found->second : old_info.default_edge;
+    return !old.is_old || old_info[n].level < 0 || old_info[pair.node].level < 0;
 }
 
 // Records that a stands before b on the edge; a is on the lower level.

@@ -23,6 +23,7 @@ public:
     /// The next number, also for a node that has one already: the new one counts from then on.
     int enter(const Node& node) {
         const INodeImpl* const impl = node.get_impl().get();
+        came_again = came_again || find(node) >= 0;
         impl->place = static_cast<std::int32_t>(numbered.size());
         numbered.push_back(impl);
         return impl->place;
@@ -35,13 +36,14 @@ public:
         return place < numbered.size() && numbered[place] == impl ? impl->place : -1;
     }
 
-    /// Calls `f(place, record)` for the records that the first `count` nodes have. Few nodes are
-    /// looked up one by one; for many the records are walked as they lie in memory.
+    /// Calls `f(place, record)` for the records that the first `count` nodes have. Few nodes, and
+    /// those of which some have several places, are looked up one by one; for many the records are
+    /// walked as they lie in memory.
     ///
     /// Order   undefined
     template <typename Map, typename F>
     void for_each_record(Map& records, std::size_t count, F f) const {
-        if (records.size() > 4 * count) {
+        if (came_again || records.size() > 4 * count) {
             for (std::size_t place = 0; place < count; ++place) {
                 if (auto* const entry = records.find(numbered[place]->get_id())) {
                     f(place, entry->second);
@@ -59,6 +61,7 @@ public:
 
 private:
     std::vector<const INodeImpl*> numbered;
+    bool came_again = false; ///< some node has more than one number
 };
 
 /// Calls `f(node)` for the nodes of a level in their order.

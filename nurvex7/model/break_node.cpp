@@ -123,9 +123,12 @@ BreakNodes::~BreakNodes() {
 void BreakNodes::Make(BreakNodeList& list, DefaultGraphVis* store,
                       const graph_ptr<edge_impl_vector>& edge, std::size_t count,
                       node_impl_vector& run) {
+    static_assert(alignof(BreakNode) <= alignof(BreakNodes));
+    if (run.GetCount() == 0) {
+        run.reserve(count); // once more would copy the run each time that it grows by a few
+    }
     void* const memory = ::operator new(sizeof(BreakNodes) + count * sizeof(BreakNode));
     auto* const made = ::new (memory) BreakNodes(list, count);
-    run.reserve(static_cast<std::size_t>(run.GetCount()) + count);
     for (BreakNode* at = made->begin(); at != made->end(); ++at) {
         std::construct_at(at, *made, edge, store);
         run.push_back(&at->node);

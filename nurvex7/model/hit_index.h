@@ -27,6 +27,7 @@ public:
     void pay_for_changed() { budget -= changed.size(); }
 
     void begin_build() {
+        built = false;
         boxes.clear();
         changed.clear();
     }

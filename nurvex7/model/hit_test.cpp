@@ -151,8 +151,8 @@ bool EdgeCollector::segment_hit(const tamsel7::point<double>& a,
            _within(a.x + dx * (top - a.y) / dy, left, right);
 }
 
-// Edges come by ascending id. One that has changed is walked as a whole, and its stretches, which
-// are those of the old route, stand behind.
+// Edges come by ascending id. One that has changed is walked as a whole, and none of its stretches
+// counts, which are those of the old route.
 graph_ptr<edge_impl_vector> DefaultGraphVis::test_edge_hit(double left, double top, double right,
                                                            double bottom) {
     EdgeCollector collector(left, top, right, bottom, this);
@@ -215,7 +215,7 @@ void DefaultGraphVis::index_edges() {
         index_route(id, static_cast<DefaultEdgeVis&>(*info.vis));
     });
     walks_edges = false;
-    edge_index.finish_build(stretches.size());
+    edge_index.finish_build(edge_map.size()); // what changes is an edge, with all its stretches
 }
 
 // Bends without a record get one from the tests that look at them, and only from those: until then

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace nurvex7 {
@@ -119,6 +120,10 @@ graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     if (DefaultNodeVis* const known = known_vis_in(this, *node)) {
         return known;
     }
+    if (DefaultNodeVis* const beside = record_beside(*node)) {
+        node->known_vis = beside; // another store has been asked meanwhile
+        return beside;
+    }
     NodeVisInfo& info = record_of(node->get_id());
     if (info.vis.get() == nullptr) {
         info.vis = new DefaultNodeVis(node, this);
@@ -126,6 +131,14 @@ graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     }
     node->known_vis = _record_for(info, node);
     return info.vis;
+}
+
+DefaultNodeVis* DefaultGraphVis::record_beside(const INodeImpl& node) const {
+    if (typeid(node) != typeid(DummyNodeImpl)) {
+        return nullptr;
+    }
+    BreakNode* const home = static_cast<const DummyNodeImpl&>(node).home;
+    return home != nullptr && home->vis.store == this ? &home->vis : nullptr;
 }
 
 void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {

@@ -246,6 +246,9 @@ public:
     BreakNodeList break_nodes;
 
 private:
+    /// The record beside a break node of this store; null for others.
+    DefaultNodeVis* record_beside(const INodeImpl& node) const;
+
     /// A stretch of a route that has a box of its own.
     struct Stretch {
         int edge_id;

@@ -199,7 +199,7 @@ void COverviewContent::ShiftProcessing(drag_rubber* /*rubber*/, position start, 
                                        position prev) {
     const CElementRef self(this);
     if (shift_mode == SHIFT_MOVE) {
-        move_viewer(cur.x - prev.x, cur.y - prev.y);
+        move_viewer(cur, prev);
     } else {
         drag_border(start, cur, prev);
     }
@@ -210,13 +210,13 @@ void COverviewContent::ShiftProcessing(drag_rubber* /*rubber*/, position start, 
 
 /// The viewer answers the first step with the rectangle that it shows by then; the second one goes
 /// on from there.
-void COverviewContent::move_viewer(double dx, double dy) {
+void COverviewContent::move_viewer(position cur, position prev) {
     const CElementRef self(this);
     if (viewer != nullptr) {
-        viewer->SetStartX(view_left + dx);
+        viewer->SetStartX(view_left + cur.x - prev.x);
     }
     if (self && viewer != nullptr) {
-        viewer->SetStartY(view_top + dy);
+        viewer->SetStartY(view_top + cur.y - prev.y);
     }
 }
 

@@ -46,7 +46,7 @@ protected:
     enum ShiftMode : int { SHIFT_RESIZE = 0, SHIFT_MOVE = 1 };
 
     void compute_zoom();
-    void move_viewer(double dx, double dy);
+    void move_viewer(position cur, position prev);
     void drag_border(position start, position cur, position prev);
     void draw_nodes(tamsel7::IPainter* painter) const;
 

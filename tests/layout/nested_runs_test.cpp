@@ -69,6 +69,13 @@ TEST(NestedRuns, ASecondInitRunsEveryPhaseTwice) {
     probe.init(30, 12, 2, 5);
     probe.get_layout().Make(g.root());
     EXPECT_EQ(probe.levels(), "a a | b b");
+
+    // Both places of a node have its neighbours, so that both go where these draw it.
+    TestGraph crossing("a b>w b>x");
+    LayoutProbe doubled(crossing);
+    doubled.init(30, 12, 2, 5);
+    doubled.get_layout().Make(crossing.root());
+    EXPECT_EQ(doubled.levels(), "a a b b | w x w x");
 }
 
 TEST(NestedRuns, SpacingIsThatOfInit) {
