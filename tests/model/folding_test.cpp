@@ -152,7 +152,11 @@ TEST(MarkDrawnIn, WritesAgainAfterEveryKindOfChange) {
         [&] { Node(g.node("e")).SetOwner(g.node("D")); },
         [&] { Edge(g.edge("b>e")).Remove(); },
         [&] { Node(g.node("b")).Remove(); },
-        [&] { g.graph->SetStorage(new DefaultStorage(new DefaultRootNodeImpl)); },
+        [&] {
+            Node replaced = g.graph->GetRoot();
+            g.graph->SetStorage(new DefaultStorage(new DefaultRootNodeImpl));
+            replaced.Remove(); // a graph empties no storage but its last one
+        },
         [&] { g.graph->GetRoot().AddNode(); },
     };
     for (std::size_t i = 0; i < changes.size(); ++i) {
