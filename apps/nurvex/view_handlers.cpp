@@ -1,11 +1,13 @@
 #include "apps/nurvex/view_handlers.h"
 
+#include "apps/nurvex/caption_text.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 #include "nurvex7/platform/tamsel7/painter.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 namespace nurvex {
@@ -25,9 +27,16 @@ constexpr double ROUNDING = 0.18;     ///< radius of the body's corners
 /// Lower nodes are blots of colour: their captions and ports could not be told apart. Pixels.
 constexpr double LOWEST_IN_FULL = 6;
 
+/// What is shaped of a leaf's caption, in bytes: more than finds room, in any script.
+constexpr std::size_t LEAF_BYTES = 4 * LEAF_CAPTION;
+
+// A tooltip stays on the screen, whatever stands in the file. Letters.
+constexpr std::size_t TIP_CAPTION = 500;
+constexpr std::size_t TIP_LINE = 80;
+
 std::string name_of(const Node& node) {
     const std::string caption = node.GetCaption();
-    return caption.empty() ? "(no caption)" : caption;
+    return caption.empty() ? "(no caption)" : Shorten(caption, TIP_CAPTION);
 }
 
 /// A line of its own, such as "3 children, 2 of them folded away"; nothing where there are none.
@@ -64,13 +73,14 @@ _color readable_on(const _color& ground, const _color& dark, const _color& light
 class ViewNodeHandler::LeafPainter {
 public:
     LeafPainter(const Palette& colours, const CPortNodeDrawInfo& node_info, const Node& leaf,
-                tamsel7::IPainter& on)
+                tamsel7::IPainter& on, bool shows_pointer)
         : palette(colours), info(node_info), node(leaf), painter(on),
+          hovered(shows_pointer && IsFlagSet(leaf, NODE_HOVERED)),
           place(MakeDRect(leaf.GetPosition(), leaf.GetSize())), height(place.bottom - place.top) {}
 
     bool IsTiny() const { return height * info.zoom < LOWEST_IN_FULL; }
 
-    /// At least a pixel, so that none is lost. An overview is not painted anew for the pointer.
+    /// At least a pixel, so that none is lost.
     void DrawBlock() {
         const double pixel = 1 / info.zoom;
         painter.SetBrush(brush_of(lasting_look().border));
@@ -89,7 +99,8 @@ public:
         painter.SetTextColor(info.caption_color);
         const double beside = height * ROOM_OF_PORTS / 2;
         painter.DrawString({place.left + beside, place.top, place.right - beside, place.bottom},
-                           node.GetCaption(), tamsel7::IPainter::FORMAT_CENTRED, -1);
+                           CutToBytes(node.GetCaption(), LEAF_BYTES),
+                           tamsel7::IPainter::FORMAT_CENTRED, -1);
         draw_port(place.left + end, info.left_port_state, -1, look.border);
         draw_port(place.right - end, info.right_port_state, 1, look.border);
     }
@@ -103,7 +114,7 @@ private:
 
     Look find_look() const {
         const Look& usual = lasting_look();
-        if (!IsFlagSet(node, NODE_HOVERED)) {
+        if (!hovered) {
             return usual;
         }
         const bool plain = &usual == &palette.leaf;
@@ -153,6 +164,7 @@ private:
     const CPortNodeDrawInfo& info;
     const Node& node;
     tamsel7::IPainter& painter;
+    const bool hovered;
     const rectangle<double> place;
     const double height;
 };
@@ -180,7 +192,7 @@ void ViewNodeHandler::Draw(Node node, tamsel7::IPainter* painter) {
         set_font(*painter);
         FoldHandler::Draw(node, painter);
     } else if (IsFlagSet(node, NODE_DRAWN)) {
-        LeafPainter leaf(palette, drawer.info, node, *painter);
+        LeafPainter leaf(palette, drawer.info, node, *painter, shows_pointer);
         if (leaf.IsTiny()) {
             leaf.DrawBlock();
             return;
@@ -218,15 +230,24 @@ SizeAndOrigin ViewNodeHandler::GetSize(Node node, tamsel7::size<double> inner) {
 }
 
 int ViewNodeHandler::HandleOnTooltip(Node node, CGraphTooltipEvent* event) {
+    if (IsRoot(node)) {
+        return HANDLED_NOTHING; // one that owns nothing is no leaf either
+    }
     const int result = FoldHandler::HandleOnTooltip(node, event);
     if (result != HANDLED_NOTHING) {
-        event->text = name_of(node);
+        event->text = BreakIntoLines(name_of(node), TIP_LINE);
         event->text += neighbours_in_words("parent", "parents", CountAllParents(node),
                                            CountVisibleParents(node));
         event->text += neighbours_in_words("child", "children", CountAllChildren(node),
                                            CountVisibleChildren(node));
     }
     return result;
+}
+
+void ViewNodeHandler::Forget() {
+    pressed_nodes.clear();
+    last_node.clear();
+    left_port_pressed = right_port_pressed = false;
 }
 
 void ViewNodeHandler::HandleFolded(const Node& node, const std::vector<VisibilityChange>& changes) {
@@ -236,8 +257,7 @@ void ViewNodeHandler::HandleFolded(const Node& node, const std::vector<Visibilit
 }
 
 void ViewEdgeHandler::Draw(Edge edge, tamsel7::IPainter* painter) {
-    const bool hovered = IsFlagSet(edge, EDGE_HOVERED);
-    if (!hovered) {
+    if (!IsFlagSet(edge, EDGE_HOVERED)) {
         DummyEdgeHandler::Draw(edge, painter);
         return;
     }
@@ -256,7 +276,8 @@ void ViewEdgeHandler::Draw(Edge edge, tamsel7::IPainter* painter) {
 int ViewEdgeHandler::HandleOnTooltip(Edge edge, CGraphTooltipEvent* event) {
     const int result = DummyEdgeHandler::HandleOnTooltip(edge, event);
     const std::string ends = name_of(edge.From()) + " \u2192 " + name_of(edge.To());
-    event->text = event->text.empty() ? ends : event->text + "\n" + ends;
+    event->text = BreakIntoLines(
+        event->text.empty() ? ends : Shorten(event->text, TIP_CAPTION) + "\n" + ends, TIP_LINE);
     return result;
 }
 

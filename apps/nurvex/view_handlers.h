@@ -20,12 +20,18 @@ public:
     explicit ViewNodeHandler(int longest_caption);
 
     void SetColours(const Palette& given, const Look& usual, const tamsel7::_color& caption);
+    /// Whether the leaf under the pointer stands out. An overview is not painted anew when the
+    /// pointer moves, so it must not keep a trace of it.
+    void ShowPointer(bool show) { shows_pointer = show; }
+    /// Lets go of the nodes of earlier events, and with them of their graph.
+    void Forget();
 
     void Draw(nurvex7::Node node, tamsel7::IPainter* painter) override;
     /// The caption keeps its room beside the ports.
     tamsel7::size<double> GetSize(nurvex7::Node node) override;
     nurvex7::SizeAndOrigin GetSize(nurvex7::Node node, tamsel7::size<double> inner) override;
-    /// The whole caption, and how many neighbours there are on either side.
+    /// The caption, of a very long one its beginning, and how many neighbours there are on either
+    /// side.
     int HandleOnTooltip(nurvex7::Node node, nurvex7::CGraphTooltipEvent* event) override;
 
 protected:
@@ -39,6 +45,7 @@ private:
     void set_font(tamsel7::IPainter& painter) const;
 
     Palette palette;
+    bool shows_pointer = true;
 };
 
 /// An edge in the window: its tooltip tells its ends, and under the pointer it stands out.

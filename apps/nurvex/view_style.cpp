@@ -56,6 +56,14 @@ void ViewStyle::Undress(const graph_ptr2<Graph>& graph) const {
             }
         },
         /*post_order=*/false, /*include_self=*/false);
+    leaf->Forget();
+    for (const NodeHandler& cluster : clusters) {
+        cluster->Forget();
+    }
+}
+
+void ViewStyle::ShowPointer(bool show) const {
+    leaf->ShowPointer(show); // clusters do not light up
 }
 
 } // namespace nurvex

@@ -24,8 +24,12 @@ public:
     void Dress(const nurvex7::graph_ptr2<nurvex7::Graph>& graph,
                tamsel7::IPainter* measuring_painter) const;
 
-    /// Takes the handlers off again: they remember nodes, and a graph that goes must not keep them.
+    /// Takes the handlers off again, and has them forget the nodes of the graph: neither keeps the
+    /// other.
     void Undress(const nurvex7::graph_ptr2<nurvex7::Graph>& graph) const;
+
+    /// See ViewNodeHandler::ShowPointer.
+    void ShowPointer(bool show) const;
 
     void SetFolded(const ViewNodeHandler::Folded& told);
 
