@@ -19,8 +19,11 @@ int FoldHandler::HandleClick(Node node, double x, double y, int flags,
     const int queued_before = count_queued_updates(node);
     const int result = PortNodeHandler::HandleClick(node, x, y, flags, button);
     // Who listens to clicks may have removed nodes, or had the graph laid out already.
-    const std::vector<VisibilityChange> changes =
-        node.IsDummy() ? std::vector<VisibilityChange>() : neighbours.FindChanges();
+    if (node.IsDummy()) {
+        return result;
+    }
+    ShowClustersAround(neighbours.FindChanges());
+    const std::vector<VisibilityChange> changes = neighbours.FindChanges();
     if (changes.empty()) {
         return result;
     }

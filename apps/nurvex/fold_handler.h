@@ -8,7 +8,8 @@
 namespace nurvex {
 
 /// Fold ports for graphs with clusters. A fold hides and shows neighbours wherever they are, but
-/// has only the owner of the clicked node laid out; this handler sees to the other owners.
+/// has only the owner of the clicked node laid out; this handler sees to the other owners. What
+/// comes back brings the clusters around it back too.
 ///
 /// Queues  what QueueLayoutsBesideFold tells
 class FoldHandler : public nurvex7::PortNodeHandler {

@@ -13,9 +13,9 @@ using namespace nurvex7;
 
 class FoldHistory::Step final : public QUndoCommand {
 public:
-    Step(const QString& name, std::vector<VisibilityChange> given,
-         const std::function<void()>& changed)
-        : QUndoCommand(name), changes(std::move(given)), told(changed) {}
+    Step(const QString& name, std::vector<VisibilityChange> given, Drawing how,
+         const Changed& changed)
+        : QUndoCommand(name), changes(std::move(given)), drawing(how), told(changed) {}
 
     void undo() override { bring(/*back=*/true); }
     void redo() override {
@@ -40,20 +40,26 @@ private:
                 Show(change.node);
             }
         }
-        QueueLayouts(before.FindChanges());
-        told();
+        if (drawing == Drawing::ANEW) {
+            GetRoot(changes.front().node).MakeLayout();
+        } else {
+            QueueLayouts(before.FindChanges());
+        }
+        told(drawing);
     }
 
     std::vector<VisibilityChange> changes;
-    const std::function<void()>& told;
+    const Drawing drawing;
+    const Changed& told;
     bool done = false;
 };
 
-FoldHistory::FoldHistory(std::function<void()> changed) : told(std::move(changed)) {}
+FoldHistory::FoldHistory(Changed changed) : told(std::move(changed)) {}
 
-void FoldHistory::Record(const QString& name, const std::vector<VisibilityChange>& changes) {
+void FoldHistory::Record(const QString& name, const std::vector<VisibilityChange>& changes,
+                         Drawing drawing) {
     if (!changes.empty()) {
-        stack.push(new Step(name, changes, told));
+        stack.push(new Step(name, changes, drawing, told));
     }
 }
 

@@ -13,11 +13,17 @@ namespace nurvex {
 /// What was folded, hidden and shown, to be taken back step by step.
 class FoldHistory {
 public:
-    /// `changed` is called after each undo and redo, with the layouts queued.
-    explicit FoldHistory(std::function<void()> changed);
+    /// What a step does to the drawing: fits itself into it, or has it made anew.
+    enum class Drawing { UPDATED, ANEW };
+    using Changed = std::function<void(Drawing)>;
 
-    /// Remembers what has just been done. Nothing where nothing has changed.
-    void Record(const QString& name, const std::vector<VisibilityChange>& changes);
+    /// `changed` is called after each undo and redo, with the layouts queued.
+    explicit FoldHistory(Changed changed);
+
+    /// Remembers what has just been done, to be undone and redone in the same way. Nothing where
+    /// nothing has changed.
+    void Record(const QString& name, const std::vector<VisibilityChange>& changes,
+                Drawing drawing = Drawing::UPDATED);
     /// Forgets everything: another graph is shown.
     void Clear() { stack.clear(); }
     QUndoStack& GetStack() { return stack; }
@@ -25,7 +31,7 @@ public:
 private:
     class Step;
 
-    std::function<void()> told;
+    Changed told;
     QUndoStack stack;
 };
 

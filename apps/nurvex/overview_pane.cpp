@@ -1,5 +1,6 @@
 #include "apps/nurvex/overview_pane.h"
 
+#include "nurvex7/model/folding.h"
 #include "nurvex7/model/graph.h"
 #include "nurvex7/platform/tamsel7/painter.h"
 
@@ -22,37 +23,35 @@ constexpr int SMALLEST_FRAME = 6; ///< pixel
 /// Takes the whole pane, where the overview of the library fits the drawing tightly.
 class OverviewPane::Element final : public COverviewContent {
 public:
-    using COverviewContent::COverviewContent;
+    Element(OverviewPane& around, IViewer* shown)
+        : COverviewContent(around.GetRoot(), shown), pane(around) {}
 
     void SetCoordSystem(tamsel7::IPainter* painter) override {
         tamsel7::IPainter::MapMode mode{};
         tamsel7::IPainter::CoordInfo info;
         painter->GetCoordSystem(mode, &info);
         const auto bounds = GetBounds();
-        const auto drawing =
-            viewer != nullptr ? viewer->GetGraph()->GetRoot().GetSize() : tamsel7::size<double>();
-        const double wide = std::max(1.0, drawing.width);
-        const double high = std::max(1.0, drawing.height);
-        const double zoom = std::min(std::max(1, bounds.right - 2 * MARGIN) / wide,
-                                     std::max(1, bounds.bottom - 2 * MARGIN) / high);
+        const auto drawing = find_extent();
+        const double zoom = find_zoom();
         info.device_x = 0;
         info.device_y = 0;
         info.device_width = bounds.right;
         info.device_height = bounds.bottom;
         info.logical_width = bounds.right / zoom;
         info.logical_height = bounds.bottom / zoom;
-        info.logical_x = (wide - info.logical_width) / 2;
-        info.logical_y = (high - info.logical_height) / 2;
+        info.logical_x = (drawing.width - info.logical_width) / 2;
+        info.logical_y = (drawing.height - info.logical_height) / 2;
         painter->SetCoordSystem(tamsel7::IPainter::MapMode::MAP_LOGICAL, &info);
     }
 
     /// Sides of the frame that lie beyond the pane are drawn along its edge.
     void DrawContent(tamsel7::IPainter* painter) override {
         const auto bounds = GetBounds();
-        if (viewer == nullptr || viewer->GetGraph()->GetRoot().GetOwned().GetCount() == 0) {
+        if (shows_nothing()) {
             draw_ground(painter);
             return;
         }
+        overview_zoom = find_zoom();
         position first{1, 1};
         position last{bounds.right - 1.0, bounds.bottom - 1.0};
         DP2LP(&first);
@@ -65,11 +64,72 @@ public:
         const double right = drawn(view_right, view_left + smallest, last.x);
         const double top = drawn(view_top, first.y, last.y - smallest);
         const double bottom = drawn(view_bottom, view_top + smallest, last.y);
+        tell_painting(true);
         COverviewContent::DrawContent(painter);
+        tell_painting(false);
         view_left = left;
         view_right = right;
         view_top = top;
         view_bottom = bottom;
+    }
+
+    bool HandleButtonDown(int x, int y, int flags, tamsel7::MouseButton button) override {
+        if (shows_nothing()) {
+            return false;
+        }
+        overview_zoom = find_zoom();
+        position at{static_cast<double>(x), static_cast<double>(y)};
+        DP2LP(&at);
+        const double border = 2 / overview_zoom;
+        const bool beside = at.x < view_left - border || at.x > view_right + border ||
+                            at.y < view_top - border || at.y > view_bottom + border;
+        if (beside && button == tamsel7::MouseButton::LEFT) {
+            const position half{(view_right - view_left) / 2, (view_bottom - view_top) / 2};
+            SetStartX(at.x - half.x);
+            SetStartY(at.y - half.y);
+            overview_zoom = find_zoom(); // each change of the view sets that of the base
+        }
+        return COverviewContent::HandleButtonDown(x, y, flags, button);
+    }
+
+    bool HandleMouseMove(int x, int y, int flags, tamsel7::MouseButton button) override {
+        overview_zoom = find_zoom();
+        return COverviewContent::HandleMouseMove(x, y, flags, button);
+    }
+
+private:
+    bool shows_nothing() const {
+        if (viewer == nullptr) {
+            return true;
+        }
+        NodeSet owned = viewer->GetGraph()->GetRoot().GetOwned();
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            if (!IsFlagSet(owned.GetItem(i), NODE_HIDDEN)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// Space   graph; never empty
+    tamsel7::size<double> find_extent() const {
+        const auto drawing =
+            viewer != nullptr ? viewer->GetGraph()->GetRoot().GetSize() : tamsel7::size<double>();
+        return {std::max(1.0, drawing.width), std::max(1.0, drawing.height)};
+    }
+
+    /// Pixels for one unit. The base has one of its own, for a drawing without a margin.
+    double find_zoom() const {
+        const auto bounds = GetBounds();
+        const auto drawing = find_extent();
+        return std::min(std::max(1, bounds.right - 2 * MARGIN) / drawing.width,
+                        std::max(1, bounds.bottom - 2 * MARGIN) / drawing.height);
+    }
+
+    void tell_painting(bool begins) const {
+        if (pane.on_painting) {
+            pane.on_painting(begins);
+        }
     }
 
     void draw_ground(tamsel7::IPainter* painter) const {
@@ -78,23 +138,11 @@ public:
         painter->FillRect(area.left, area.top, area.right, area.bottom);
     }
 
-    bool HandleButtonDown(int x, int y, int flags, tamsel7::MouseButton button) override {
-        position at{static_cast<double>(x), static_cast<double>(y)};
-        DP2LP(&at);
-        const double border = 2 / overview_zoom;
-        const bool beside = at.x < view_left - border || at.x > view_right + border ||
-                            at.y < view_top - border || at.y > view_bottom + border;
-        if (beside && button == tamsel7::MouseButton::LEFT && viewer != nullptr) {
-            const position half{(view_right - view_left) / 2, (view_bottom - view_top) / 2};
-            SetStartX(at.x - half.x);
-            SetStartY(at.y - half.y);
-        }
-        return COverviewContent::HandleButtonDown(x, y, flags, button);
-    }
+    const OverviewPane& pane;
 };
 
 OverviewPane::OverviewPane(QWidget* parent, IViewer* viewer)
-    : ElementWidget(parent), content(new Element(GetRoot(), viewer)) {
+    : ElementWidget(parent), content(new Element(*this, viewer)) {
     setMinimumSize(USUAL_SIZE / 2);
 }
 

@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 namespace nurvex {
@@ -39,7 +40,8 @@ Theme theme_of(const QPalette& palette) {
 } // namespace
 
 ViewWindow::ViewWindow()
-    : style(theme_of(palette())), history([this] { after_change(std::nullopt); }),
+    : style(theme_of(palette())),
+      history([this](FoldHistory::Drawing drawing) { after_step(drawing); }),
       view(new GraphView(this)), overview(new OverviewPane(this, &view->GetViewer())),
       find(new FindBar(this)) {
     setWindowTitle(QStringLiteral("nurvex"));
@@ -58,11 +60,13 @@ ViewWindow::ViewWindow()
     make_status_bar();
 
     setAcceptDrops(true);
-    for (QWidget* const widget : {static_cast<QWidget*>(view), static_cast<QWidget*>(overview)}) {
+    // Those that take drops themselves; all others leave them to the window.
+    for (QWidget* const widget : std::initializer_list<QWidget*>{this, view, overview, find}) {
         widget->installEventFilter(this);
     }
     view->on_view_changed = [this] { update_status(); };
     view->on_rectangle_drawn = [this] { set_drag_mode(GraphView::DragMode::PAN); };
+    overview->on_painting = [this](bool begins) { style.ShowPointer(!begins); };
     view->on_menu = [this](QPoint pixel) { show_menu(pixel); };
     find->on_found = [this](const Node& node) { go_to(node); };
     find->on_nothing = [this](const QString& text) {
@@ -90,6 +94,7 @@ ViewWindow::~ViewWindow() {
     overview->GetContent().SetViewer(nullptr);
     style.SetFolded({});
     view->on_view_changed = {};
+    overview->on_painting = {};
     style.Undress(view->GetGraph());
 }
 
@@ -190,7 +195,7 @@ void ViewWindow::make_graph_menu() {
     add(menu, "hide", "&Hide", Qt::CTRL | Qt::Key_H, [this] { hide_selected(); });
     add(menu, "show_all", "&Show All Nodes", Qt::CTRL | Qt::SHIFT | Qt::Key_H,
         [this] { show_all(); });
-    add(menu, "show_starts", "Show &Only the Starts", Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+    add(menu, "show_starts", "Show &Only the Starts", Qt::CTRL | Qt::SHIFT | Qt::Key_T,
         [this] { show_starts(); });
     menu.addSeparator();
     QAction* const drag = add(menu, "drag_nodes", "&Drag Nodes", Qt::CTRL | Qt::Key_D, [] {});
@@ -356,6 +361,9 @@ bool ViewWindow::eventFilter(QObject* watched, QEvent* event) {
     }
     auto* const drop = static_cast<QDropEvent*>(event);
     const QList<QUrl> urls = drop->mimeData()->urls();
+    if (watched == find && urls.isEmpty()) {
+        return false; // a text to be found
+    }
     const bool wanted = !opening && urls.size() == 1 && urls.first().isLocalFile();
     drop->setAccepted(wanted);
     if (wanted && event->type() == QEvent::Drop) {

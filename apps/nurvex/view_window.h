@@ -86,6 +86,7 @@ private:
     void reveal(const nurvex7::Node& node);
     void show_menu(QPoint pixel);
     void ask_spacing();
+    void after_step(FoldHistory::Drawing drawing);
     void after_change(const std::optional<nurvex7::Node>& kept);
 
     void follow_palette();

@@ -1,5 +1,6 @@
 // What can be done with the graph that is shown.
 #include "apps/nurvex/spacing_dialog.h"
+#include "apps/nurvex/starts.h"
 #include "apps/nurvex/view_window.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
@@ -53,6 +54,7 @@ void ViewWindow::for_selected(const QString& name, const VisibilityWork& work) {
     for (const Node& node : chosen) {
         work(node);
     }
+    ShowClustersAround(before.FindChanges());
     const std::vector<VisibilityChange> changes = before.FindChanges();
     QueueLayouts(changes);
     history.Record(name, changes);
@@ -91,35 +93,30 @@ void ViewWindow::show_all() {
     after_change(std::nullopt);
 }
 
-/// Leaves where edges begin are shown, all others folded away: a large graph is then opened up from
-/// there. Where every leaf has a parent, the first one stands for a start.
+/// A large graph is then opened up from there.
 void ViewWindow::show_starts() {
     VisibilityRecord before;
-    std::vector<Node> leaves;
-    for_all(view->GetGraph(), [&](const Node& node) {
+    for_all(view->GetGraph(), [&before](const Node& node) {
         MarkOld(node);
-        if (node.GetOwned().GetCount() == 0) {
-            before.Note(node);
-            leaves.push_back(node);
-        }
+        before.Note(node);
     });
-    const auto is_start = [](const Node& leaf) { return leaf.GetParents().GetCount() == 0; };
-    const bool any = std::any_of(leaves.begin(), leaves.end(), is_start);
-    for (std::size_t i = 0; i < leaves.size(); ++i) {
-        if (any ? is_start(leaves[i]) : i == 0) {
-            Show(leaves[i]);
-        } else {
-            Hide(leaves[i]);
-        }
-    }
+    Node root = view->GetGraph()->GetRoot();
+    ShowOnlyStarts(root);
     const std::vector<VisibilityChange> changes = before.FindChanges();
     if (changes.empty()) {
+        view->GetViewer().RenewView(true); // what was new is not any more
         return;
     }
-    view->GetGraph()->GetRoot().MakeLayout(); // in the old places they would stand far apart
-    history.Record(QStringLiteral("show only the starts"), changes);
+    root.MakeLayout(); // in the old places they would stand far apart
+    history.Record(QStringLiteral("show only the starts"), changes, FoldHistory::Drawing::ANEW);
+    after_step(FoldHistory::Drawing::ANEW);
+}
+
+void ViewWindow::after_step(FoldHistory::Drawing drawing) {
     after_change(std::nullopt);
-    view->ShowWhole();
+    if (drawing == FoldHistory::Drawing::ANEW) {
+        view->ShowWhole(); // what was seen stands elsewhere now
+    }
 }
 
 void ViewWindow::after_change(const std::optional<Node>& kept) {

@@ -120,6 +120,19 @@ void queue(const std::vector<Concerned>& entries, std::size_t queued) {
     }
 }
 
+template <typename F>
+void for_clusters_around(const Node& node, F f) {
+    std::vector<Node> chain{node};
+    for (;;) {
+        const Node around = chain.back().GetOwner();
+        if (around.IsDummy() || IsRoot(around) || around == chain.back()) {
+            return;
+        }
+        f(around);
+        chain.push_back(around);
+    }
+}
+
 } // namespace
 
 void VisibilityRecord::Note(const Node& node) {
@@ -130,6 +143,7 @@ void VisibilityRecord::NoteNeighbours(const Node& node) {
     for (NodeSet side : {node.GetParents(), node.GetChildren()}) {
         for (int i = 0; i < side.GetCount(); ++i) {
             Note(side.GetItem(i));
+            for_clusters_around(side.GetItem(i), [this](const Node& cluster) { Note(cluster); });
         }
     }
 }
@@ -145,6 +159,14 @@ std::vector<VisibilityChange> VisibilityRecord::FindChanges() const {
         }
     }
     return changes;
+}
+
+void ShowClustersAround(const std::vector<VisibilityChange>& changes) {
+    for (const VisibilityChange& change : changes) {
+        if (change.was_hidden) {
+            for_clusters_around(change.node, &Show);
+        }
+    }
 }
 
 void QueueLayouts(const std::vector<VisibilityChange>& changes) {

@@ -16,7 +16,7 @@ struct VisibilityChange {
 class VisibilityRecord {
 public:
     void Note(const nurvex7::Node& node);
-    /// The parents and children of a node.
+    /// The parents and children of a node, and the clusters around them.
     void NoteNeighbours(const nurvex7::Node& node);
     /// Those of the noted nodes that have been hidden or shown since, each once. Nodes that have
     /// been removed meanwhile are left out.
@@ -26,6 +26,9 @@ public:
 private:
     std::vector<VisibilityChange> noted;
 };
+
+/// Shows the clusters around all that was shown: else it would not be seen.
+void ShowClustersAround(const std::vector<VisibilityChange>& changes);
 
 /// Has the clusters of all nodes concerned laid out: they close up around what is gone and make
 /// room for what is back.

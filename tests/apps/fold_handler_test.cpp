@@ -77,6 +77,8 @@ TEST(FoldHandler, ClicksQueueTheOwnersOfWhatTheyChange) {
         {"a parent that comes back", "C/a>D/b C/c !a", "", "b", PARENTS, "|DC|C"},
         {"children that come back above a sibling", "C/a>D/p C/a>D/r D/q>D/p D/q>D/r D/q>D/s !p !r",
          "", "a", CHILDREN, "|CD|D"},
+        {"children in clusters that are hidden", "C/a>D/b C/a>D/E/c !b !c !D !E", "", "a", CHILDREN,
+         "|C*|D*E"},
         {"a new chain in another cluster", "C/a D/q", "C/a>D/p C/a>D/r D/q>D/p D/p>D/r !p !r", "a",
          CHILDREN, "D|CD|D"},
         {"a new chain in a cluster that the update of the root would reach", "a>b D/q",

@@ -1,0 +1,62 @@
+// What is shown of a graph, and told of it.
+#include "tests/apps/view_window_fixture.h"
+
+namespace nurvex {
+namespace {
+
+TEST_F(ViewWindowTest, OnlyTheStartsAreDrawnAlikeBeforeAndAfterUndo) {
+    const auto places = [this] {
+        std::string text;
+        for (int i = 3; i < 40; i += 2) {
+            const Node n = node("n" + std::to_string(i));
+            const auto at = n.GetPosition();
+            text += IsFlagSet(n, NODE_DRAWN)
+                        ? std::to_string(at.y - node("n3").GetPosition().y) +
+                              (view().rect().contains(corner_of(n)) ? " " : "! ")
+                        : "- ";
+        }
+        return text;
+    };
+    QByteArray text("many\n[nodes]\n1 \"C\" 0 0\n2 \"behind\" 0 1\n");
+    QByteArray edges("[edges]\n");
+    for (int i = 3; i < 40; ++i) {
+        const QByteArray id = QByteArray::number(i);
+        text += id + " \"n" + id + "\" 0 0\n";
+        edges +=
+            i % 4 == 0 ? "" : QByteArray::number(i) + " " + QByteArray::number(i + 1) + " \"\"\n";
+    }
+    write("many.txt", text + "40 \"n40\" 0 0\n" + edges + "3 2 \"\"\n");
+    ASSERT_TRUE(window.Open(file("many.txt")));
+    act("show_starts");
+    const std::string once = places();
+    act("undo");
+    act("redo");
+    EXPECT_FALSE(IsFlagSet(node("C"), NODE_DRAWN)) << "no empty boxes";
+    EXPECT_EQ(places(), once);
+    click(right_port_of(node("n3")));
+    EXPECT_TRUE(IsFlagSet(node("behind"), NODE_DRAWN)) << "with the cluster around it";
+}
+
+TEST_F(ViewWindowTest, TooltipsStayOnTheScreenAndOutOfEmptyDrawings) {
+    write("long.txt", "long\n[nodes]\n1 \"" + QByteArray("long ").repeated(400) +
+                          "\" 0 0\n2 \"b\" 0 0\n[edges]\n1 2 \"\"\n");
+    ASSERT_TRUE(window.Open(file("long.txt")));
+    settle();
+    const Node start = node("b").GetParents().GetItem(0);
+    const QStringList lines = tip_at(middle_of(start)).split('\n');
+    EXPECT_EQ(lines.size(), 8);
+    EXPECT_TRUE(std::all_of(lines.begin(), lines.end(), [](auto& l) { return l.size() <= 80; }));
+    EXPECT_EQ(lines.last(), "1 child");
+
+    ViewWindow empty;
+    const Node root = empty.GetView().GetGraph()->GetRoot();
+    CGraphTooltipEvent event;
+    EXPECT_EQ(root.GetHandler()->HandleOnTooltip(root, &event), HANDLED_NOTHING);
+    // Neither does a press in its overview move anything.
+    const QRectF stands = empty.GetView().GetVisibleArea();
+    drag(empty.GetOverview(), {20, 20}, {30, 30});
+    EXPECT_EQ(empty.GetView().GetVisibleArea(), stands);
+}
+
+} // namespace
+} // namespace nurvex
