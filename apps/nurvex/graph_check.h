@@ -23,7 +23,7 @@ struct GraphSize {
 };
 
 /// Finds what keeps a text graph from being loaded, or from being loaded as it was meant. Where
-/// there is nothing, `size` is that of the graph that loading would give.
+/// there are no faults, `size` is that of the graph that loading would give.
 ///
 /// A graph without faults loads. One with faults is not to be loaded: loading may follow some of
 /// them for ever. Nothing that the stream holds makes the check itself fail or run on.

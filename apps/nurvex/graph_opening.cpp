@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QFontMetrics>
+#include <QLabel>
 #include <QProgressDialog>
 
 #include <algorithm>
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int DIALOGUE_AFTER = 500; ///< milliseconds
 constexpr int DIALOGUE_WIDTH = 360; ///< pixel
+constexpr int NAME_WIDTH = 260;     ///< of the file in it, pixel
 constexpr int PAUSE_EVERY = 40;     ///< milliseconds
 constexpr std::size_t FAULTS_SHOWN = 8;
 
@@ -30,6 +33,9 @@ public:
     explicit Waiting(QWidget* window)
         : dialogue(QString(), QStringLiteral("Cancel"), 0, WHOLE, window) {
         dialogue.setWindowTitle(QStringLiteral("nurvex"));
+        auto* const told = new QLabel(&dialogue);
+        told->setTextFormat(Qt::PlainText); // a file may be called what looks like markup
+        dialogue.setLabel(told);
         dialogue.setWindowModality(Qt::ApplicationModal);
         dialogue.setMinimumDuration(DIALOGUE_AFTER);
         dialogue.setMinimumWidth(DIALOGUE_WIDTH);
@@ -131,7 +137,8 @@ graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spa
 OpenedGraph OpenGraphFile(const QString& path, const ViewStyle& style, const Spacing& spacing,
                           tamsel7::IPainter* painter, QWidget* window) {
     Waiting waiting(window);
-    const QString name = QFileInfo(path).fileName();
+    const QString name =
+        window->fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, NAME_WIDTH);
     waiting.Begin(QStringLiteral("Checking %1\u2026").arg(name), 0.1);
     const GraphFile file(path.toStdString());
     refuse_faulty(file, waiting);

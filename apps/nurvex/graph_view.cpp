@@ -22,8 +22,8 @@ constexpr double READABLE = 0.6;   ///< captions can still be read
 constexpr double FIT_MARGIN = 16;  ///< pixel
 constexpr double WHEEL_ZOOM = 1.2; ///< for one notch
 
-/// Where a drawing begins: the leaf that is farthest to the left, and of those on one level the
-/// one that is nearest to the middle. The root where nothing is drawn.
+/// Where a drawing begins: on the level that is farthest to the left, the leaf that is nearest to
+/// the middle. Leaves are centred on their level. The root where nothing is drawn.
 Node find_start(const Node& root) {
     const auto middle_of = [](const Node& node) {
         return QPointF(node.GetPosition().x + node.GetSize().width / 2,
@@ -75,12 +75,12 @@ void GraphView::ShowWhole() {
     if (GetScale() < READABLE) {
         const graph_ptr2<Graph> graph = GetGraph();
         MarkDrawnIn(graph);
-        ShowStart(find_start(graph->GetRoot()));
+        show_start(find_start(graph->GetRoot()));
     }
 }
 
 /// A large drawing is shown at its natural size from where it begins; the overview shows the rest.
-void GraphView::ShowStart(const Node& node) {
+void GraphView::show_start(const Node& node) {
     viewer->SetScale(1);
     CentreOn(node);
     const Node root = GetGraph()->GetRoot();
@@ -126,14 +126,11 @@ void GraphView::ZoomAt(double factor, QPointF pixel) {
 
 void GraphView::Fit(double largest) {
     const Node root = GetGraph()->GetRoot();
-    const auto corner = root.GetPosition();
     const auto size = root.GetSize();
     const double fit = std::min((width() - 2 * FIT_MARGIN) / std::max(1.0, size.width),
                                 (height() - 2 * FIT_MARGIN) / std::max(1.0, size.height));
     viewer->SetScale(std::clamp(fit, SMALLEST_SCALE, largest));
-    const double scale = GetScale();
-    show_from({corner.x + (size.width - width() / scale) / 2,
-               corner.y + (size.height - height() / scale) / 2});
+    CentreOn(root);
 }
 
 void GraphView::CentreOn(const Node& node) {

@@ -36,8 +36,6 @@ public:
     void ShowGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph, ViewLayout& layout);
     /// The whole drawing where it can be read then, else from where it begins.
     void ShowWhole();
-    /// A node at the left side, at scale 1.
-    void ShowStart(const nurvex7::Node& node);
     void SetDragMode(DragMode mode);
     /// Lays out what is queued; a node that is given stays at its pixel.
     void Refresh(const std::optional<nurvex7::Node>& kept);
@@ -66,6 +64,7 @@ private:
                          tamsel7::point<double> b);
     void HandleMenu(brevolt7::CVisualElement* element, int x, int y);
     void tell_rectangle_drawn();
+    void show_start(const nurvex7::Node& node);
     void show_from(QPointF start);
 
     nurvex7::CGraphViewer* viewer;

@@ -124,10 +124,11 @@ void HoverContent::renew(tamsel7::rectangle<double> area) {
     const tamsel7::point<int> a = ConvertL2P({area.left, area.top});
     const tamsel7::point<int> b = ConvertL2P({area.right, area.bottom});
     const tamsel7::rectangle<int> all = GetBounds();
-    const tamsel7::rectangle<int> part{std::max(all.left, std::min(a.x, all.right) - REACH),
-                                       std::max(all.top, std::min(a.y, all.bottom) - REACH),
-                                       std::min(all.right, std::max(b.x, all.left) + REACH),
-                                       std::min(all.bottom, std::max(b.y, all.top) + REACH)};
+    // What lies far outside has the largest numbers that there are: they have no room for a reach.
+    const auto across = [&](int x) { return std::clamp(x, all.left, all.right); };
+    const auto down = [&](int y) { return std::clamp(y, all.top, all.bottom); };
+    const tamsel7::rectangle<int> part{across(across(a.x) - REACH), down(down(a.y) - REACH),
+                                       across(across(b.x) + REACH), down(down(b.y) + REACH)};
     if (part.left < part.right && part.top < part.bottom) {
         InvalidateRect(part);
     }

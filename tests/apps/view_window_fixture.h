@@ -1,4 +1,3 @@
-// The window, and what tests do to it: events go in as the desktop sends them.
 #pragma once
 
 #include "apps/nurvex/view_window.h"
