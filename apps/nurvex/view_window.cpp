@@ -283,11 +283,14 @@ void ViewWindow::count() {
 }
 
 void ViewWindow::update_status() {
+    const auto counted = [](int count, const QString& thing) {
+        return QStringLiteral("%1 %2%3").arg(count).arg(thing, count == 1 ? "" : "s");
+    };
     const QString some =
         shown_nodes < nodes ? QStringLiteral("%1 of ").arg(shown_nodes) : QString();
-    counts->setText(path.isEmpty()
-                        ? QString()
-                        : QStringLiteral("%1%2 nodes, %3 edges").arg(some).arg(nodes).arg(edges));
+    counts->setText(path.isEmpty() ? QString()
+                                   : some + counted(nodes, QStringLiteral("node")) + ", " +
+                                         counted(edges, QStringLiteral("edge")));
     scale->setText(QStringLiteral("%1 %").arg(std::lround(view->GetScale() * 100)));
     if (layout.get() != nullptr) {
         const double last = layout->TakeMilliseconds();

@@ -12,10 +12,9 @@ namespace {
 // itself. Most edges do, so asking enters no empty run for them.
 std::optional<double> _y_of_inner_bend(const Edge& edge, const Node& node, Order order) {
     const DefaultEdgeVis* const known = edge.get_impl()->known_vis;
-    if (known != nullptr && known->store == edge.get_vis().get()) {
-        if (known->known_run_in(node.GetID()) == nullptr) {
-            return std::nullopt;
-        }
+    if (known != nullptr && known->store == edge.get_vis().get() &&
+        known->known_run_in(node.GetID()) == nullptr) {
+        return std::nullopt;
     }
     const graph_ptr<node_impl_set> inner = edge.FindBreakNodesIn(node);
     const int count = inner.get() != nullptr ? inner->GetCount() : 0;

@@ -8,12 +8,14 @@
 
 namespace nurvex7 {
 
-/// Finds the boxes that meet a rectangle, in logarithmic time and the number of those found.
+/// Finds the boxes that meet a rectangle without looking at all of them: for small boxes that
+/// hardly overlap the time grows with those found, and at the worst with the square root of all.
 ///
-/// The boxes are cut in two halves along the longer side of what they cover, and these again, until
-/// a handful is left (Bentley, "Multidimensional binary search trees", 1975); 16 neighbours share a
-/// bounding box, 16 of these the next, so that the tree needs no pointers, as in a packed R-tree
-/// (Leutenegger, Lopez and Edgington, "STR", 1997). It is built as a whole and never changed.
+/// The boxes are parted in two along the longer side of what their middles cover, and these again,
+/// until a handful is left (Bentley, "Multidimensional binary search trees", 1975); 16 neighbours
+/// share a bounding box, 16 of these the next, so that the tree needs no pointers, as in a packed
+/// R-tree (Leutenegger, Lopez and Edgington, "STR", 1997). It is built as a whole and never
+/// changed.
 ///
 /// Bounds are kept as floats, rounded outwards: a box may be found that misses the rectangle by a
 /// hair, and none that meets it is left out.

@@ -35,9 +35,7 @@ namespace {
 bool _is_gone(const graph_ptr<INodeImpl>& end) {
     return end.get() == nullptr || (!end->has_owner() && end != 0);
 }
-} // namespace
 
-namespace {
 bool _is_held_by_its_run_alone(const INodeImpl& bend, const IdMap<NodeVisInfo>& records) {
     const BreakNode* const home = static_cast<const DummyNodeImpl&>(bend).home;
     const NodeVisInfo* const record = records.find(bend.get_id());
