@@ -18,8 +18,17 @@ point origin_of(const Node& node) {
     return node.IsDummy() ? point() : node.GetOwner().GetPosition();
 }
 
+bool is_nothing(const point& by) {
+    return by.x == 0 && by.y == 0;
+}
+
+// Adding nothing leaves the bends as they are, but for the sign of a zero, which nobody tells from
+// another zero. The run is asked for all the same: that enters an empty one where there is none.
 void shift_run(const Edge& edge, const point& by, const Node& owner) {
     const BreakRun run(edge, owner);
+    if (is_nothing(by)) {
+        return;
+    }
     for (int i = 0; i < run.get_count(); ++i) {
         run.shift(i, by);
     }
@@ -32,6 +41,76 @@ void shift_runs(const StructureIndex& index, const std::vector<point>& by_of_own
     for (const StructureIndex::Run& run : index.GetRuns()) {
         const auto owner = static_cast<std::size_t>(run.owner);
         shift_run(index.EdgeAt(run.edge), by_of_owner[owner], nodes[owner]);
+    }
+}
+
+bool has_flat_inside(const Node& node) {
+    NodeSet owned = node.GetOwned();
+    for (int i = 0; i < owned.GetCount(); ++i) {
+        if (owned.GetItem(i).GetOwned().GetCount() != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Enters the runs that a shift of a flat inside asks for: those of the edges out of its nodes, and
+/// of the edges that come in across the border of the owner.
+class FlatRuns {
+public:
+    explicit FlatRuns(const Node& of)
+        : owner(of.get_impl()), vis(of.get_vis()), lifts_edges(belongs_to_root(owner)),
+          has_border(owner != 0) {}
+
+    void enter_beside(INodeImpl& node) const {
+        if (!lifts_edges) {
+            return;
+        }
+        enter_all(*node.get_edges_out(), &IEdgeImpl::to,
+                  [](const graph_ptr<INodeImpl>&) { return true; });
+        if (has_border) {
+            enter_all(*node.get_edges_in(), &IEdgeImpl::from, [this](const auto& far_end) {
+                return far_end->get_owner().get() != owner.get();
+            });
+        }
+    }
+
+private:
+    template <typename F>
+    void enter_all(edge_impl_set& edges, graph_ptr<INodeImpl> (IEdgeImpl::*far_end_of)() const,
+                   F is_asked) const {
+        const int count = edges.GetCount();
+        for (int i = 0; i < count; ++i) {
+            const graph_ptr<IEdgeImpl> edge = edges.GetItem(i);
+            if (!is_entered(*edge)) {
+                const graph_ptr<INodeImpl> far_end = ((*edge).*far_end_of)();
+                if (far_end.get() != nullptr && belongs_to_root(far_end) && is_asked(far_end)) {
+                    vis->get_edge_vis(edge)->get_break_nodes_in(owner->get_id());
+                }
+            }
+        }
+    }
+
+    bool is_entered(const IEdgeImpl& edge) const {
+        const DefaultEdgeVis* const known = edge.known_vis;
+        return known != nullptr && known->store == vis.get() &&
+               known->known_run_in(owner->get_id()) != nullptr;
+    }
+
+    const graph_ptr<INodeImpl>& owner;
+    const graph_ptr<IGraphVis>& vis;
+    bool lifts_edges;
+    bool has_border;
+};
+
+// What the root of a flat graph owns stands where it stood. No edge has to be lifted to see that.
+void shift_flat_by_nothing(const Node& owner, const point& nothing) {
+    const FlatRuns runs(owner);
+    NodeSet owned = owner.GetOwned();
+    for (int i = 0; i < owned.GetCount(); ++i) {
+        const Node node = owned.GetItem(i);
+        _shift(node, nothing);
+        runs.enter_beside(*node.get_impl());
     }
 }
 
@@ -78,6 +157,12 @@ int _shift_position(Node node, point by) {
 // runs can wait: what stands in one owner is shifted by one vector, and only once the owner stands.
 void ShiftPosition(Node node, point by) {
     _shift(node, by);
+    const point at_top = node.GetPosition();
+    const point by_at_top{by.x + at_top.x, by.y + at_top.y};
+    if (is_nothing(by_at_top) && has_flat_inside(node)) {
+        shift_flat_by_nothing(node, by_at_top);
+        return;
+    }
     const StructureIndex index(node, StructureIndex::OnlyRuns());
     const std::vector<Node>& nodes = index.GetNodes();
     std::vector<point> by_of_owner;
