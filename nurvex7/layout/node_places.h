@@ -64,6 +64,14 @@ private:
     bool came_again = false; ///< some node has more than one number
 };
 
+/// Where a walk will find the place of a node; only for a prefetch.
+inline const void* place_address(const INodeImpl& node) {
+    if (node.run != nullptr) {
+        return node.run->address_of_place(static_cast<const DummyNodeImpl&>(node));
+    }
+    return node.known_vis;
+}
+
 /// Calls `f(node)` for the nodes of a level in their order.
 ///
 /// Along a level neighbours lie far apart in memory, so that most of the time of a walk is spent
@@ -78,7 +86,7 @@ void for_each_on_level(Level& level, F f) {
             __builtin_prefetch(level[i + 2 * SOON].get_impl().get());
         }
         if (i + SOON < count) {
-            __builtin_prefetch(level[i + SOON].get_impl()->known_vis);
+            __builtin_prefetch(place_address(*level[i + SOON].get_impl()));
         }
         f(level[i]);
     }

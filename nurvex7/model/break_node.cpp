@@ -1,5 +1,7 @@
 #include "nurvex7/model/break_nodes.h"
+#include "nurvex7/model/visual_store.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -9,18 +11,9 @@ namespace nurvex7 {
 
 int DummyNodeImpl::current_id = -1;
 
-DummyNodeImpl::DummyNodeImpl(graph_ptr<edge_impl_vector> edge, BreakNode* in)
-    : id(current_id--), edge_set(std::move(edge)), home(in) {}
-
-// Called in place of the destructor: a break node that has been let go stays as long as somebody
-// holds its record, which may hand it out again.
+// Called in place of the destructor.
 void DummyNodeImpl::operator delete(DummyNodeImpl* gone, std::destroying_delete_t) {
-    if (gone->home != nullptr) {
-        gone->home->end_if_let_go();
-    } else {
-        std::destroy_at(gone);
-        ::operator delete(gone);
-    }
+    gone->run->lose_one();
 }
 
 int DummyNodeImpl::get_id() const {
@@ -56,11 +49,11 @@ graph_ptr<node_impl_set> DummyNodeImpl::get_children() {
 }
 
 graph_ptr<edge_impl_set> DummyNodeImpl::get_edges_in() {
-    return edge_set;
+    return run->get_edge_set();
 }
 
 graph_ptr<edge_impl_set> DummyNodeImpl::get_edges_out() {
-    return edge_set;
+    return run->get_edge_set();
 }
 
 graph_ptr<IEdgeImpl> DummyNodeImpl::link_to(graph_ptr<INodeImpl>) {
@@ -87,72 +80,128 @@ bool DummyNodeImpl::has_owner() const {
     return false;
 }
 
-// Break nodes with their records
+// Runs
 
-BreakNode::BreakNode(BreakNodes& all, const graph_ptr<edge_impl_vector>& edge,
-                     DefaultGraphVis* store)
-    : made_with(&all), node(edge, this), vis(*this, store) {
-    node.known_vis = &vis;
+graph_ptr<BreakNodes> BreakNodes::Make(const graph_ptr<IEdgeImpl>& edge, DefaultGraphVis* store,
+                                       int count) {
+    static_assert(alignof(DummyNodeImpl) <= alignof(point) &&
+                  sizeof(BreakNodes) % alignof(point) == 0);
+    const std::size_t size = sizeof(BreakNodes) + static_cast<std::size_t>(count) *
+                                                      (sizeof(point) + sizeof(DummyNodeImpl));
+    return ::new (::operator new(size)) BreakNodes(edge, store, count);
 }
 
-void BreakNode::end_if_let_go() {
-    if (node.ref_count == 0 && vis.ref_count == 0) {
-        node.edge_set.reset();
-        made_with->lose_one();
+BreakNodes::BreakNodes(const graph_ptr<IEdgeImpl>& of_edge, DefaultGraphVis* of_store, int how_many)
+    : count(how_many), total(how_many), store(of_store), edge(of_edge) {
+    std::uninitialized_value_construct_n(places(), count);
+    for (int i = 0; i < count; ++i) {
+        std::construct_at(nodes() + i, this, i)->ref_count = 1; // held by the run
     }
-}
-
-BreakNodes::BreakNodes(BreakNodeList& of_store, std::size_t how_many)
-    : list(&of_store), count(how_many), left(how_many), next(of_store.first) {
-    list->first = this;
+    if (store == nullptr) {
+        return;
+    }
+    next = std::exchange(store->break_nodes.first, this);
     if (next != nullptr) {
         next->before = this;
     }
 }
 
 BreakNodes::~BreakNodes() {
-    if (list == nullptr) {
+    if (store == nullptr) {
         return;
     }
-    (before != nullptr ? before->next : list->first) = next;
+    (before != nullptr ? before->next : store->break_nodes.first) = next;
     if (next != nullptr) {
         next->before = before;
     }
 }
 
-void BreakNodes::Make(BreakNodeList& list, DefaultGraphVis* store,
-                      const graph_ptr<edge_impl_vector>& edge, std::size_t count,
-                      node_impl_vector& run) {
-    static_assert(alignof(BreakNode) <= alignof(BreakNodes));
-    if (run.GetCount() == 0) {
-        run.reserve(count); // once more would copy the run each time that it grows by a few
+// Called in place of the destructor: a break node that somebody holds needs the memory still.
+void BreakNodes::operator delete(BreakNodes* gone, std::destroying_delete_t) {
+    gone->let_go();
+}
+
+void BreakNodes::let_go() {
+    appended.clear();
+    for (int i = 0; i < count; ++i) {
+        held += --nodes()[i].ref_count > 0 ? 1 : 0;
     }
-    void* const memory = ::operator new(sizeof(BreakNodes) + count * sizeof(BreakNode));
-    auto* const made = ::new (memory) BreakNodes(list, count);
-    for (BreakNode* at = made->begin(); at != made->end(); ++at) {
-        std::construct_at(at, *made, edge, store);
-        run.push_back(&at->node);
+    if (held == 0) {
+        end();
     }
 }
 
 void BreakNodes::lose_one() {
-    if (--left == 0) {
-        std::destroy(begin(), end());
-        this->~BreakNodes();
-        ::operator delete(this);
+    if (--held == 0) {
+        end();
     }
 }
 
-void BreakNodes::disown() {
-    list = nullptr;
-    for (BreakNode* at = begin(); at != end(); ++at) {
-        at->vis.store = nullptr;
+void BreakNodes::end() {
+    std::destroy_n(nodes(), count);
+    this->~BreakNodes();
+    ::operator delete(this);
+}
+
+void BreakNodes::append(int more) {
+    appended.push_back(Make(edge, store, more));
+    total += more;
+}
+
+DummyNodeImpl& BreakNodes::at_appended(int index) {
+    auto piece = appended.begin();
+    for (; index >= (*piece)->count; ++piece) {
+        index -= (*piece)->count;
+    }
+    return (*piece)->nodes()[index];
+}
+
+void BreakNodes::shift(const point& by) {
+    for (point* at = places(); at != places() + count; ++at) {
+        *at = {at->x + by.x, at->y + by.y};
+    }
+    for (const graph_ptr<BreakNodes>& piece : appended) {
+        piece->shift(by);
+    }
+    if (indexed) {
+        leave_index();
+    }
+}
+
+const graph_ptr<edge_impl_vector>& BreakNodes::get_edge_set() {
+    if (edge_set.get() == nullptr) {
+        edge_set = new edge_impl_vector;
+        edge_set->push_back(edge);
+    }
+    return edge_set;
+}
+
+int BreakNodes::count_edge_holds() const {
+    int holds = edge_set.get() != nullptr ? 2 : 1;
+    for (const graph_ptr<BreakNodes>& piece : appended) {
+        holds += piece->count_edge_holds();
+    }
+    return holds;
+}
+
+void BreakNodes::mark_indexed() {
+    indexed = true;
+    for (const graph_ptr<BreakNodes>& piece : appended) {
+        piece->mark_indexed();
+    }
+}
+
+// Layouts store millions of places: only the first after a build tells of itself.
+void BreakNodes::leave_index() {
+    indexed = false;
+    if (store != nullptr) {
+        store->note_route(edge->get_id());
     }
 }
 
 void BreakNodeList::disown_all() {
     for (BreakNodes* at = std::exchange(first, nullptr); at != nullptr; at = at->next) {
-        at->disown();
+        at->store = nullptr;
     }
 }
 

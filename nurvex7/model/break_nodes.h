@@ -1,54 +1,130 @@
 #pragma once
 
-#include "nurvex7/model/visual_store.h"
+#include "nurvex7/export.h"
+#include "nurvex7/foundation/graph_ptr.h"
+#include "nurvex7/model/topology.h"
+#include "nurvex7/platform/tamsel7/geometry.h"
 
 #include <cstddef>
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
 
 namespace nurvex7 {
 
-/// A break node and its record, side by side. Layouts make break nodes by the million and ask for
-/// the record of each: here both come and go with one allocation for a whole run of them.
-///
-/// Keeps   each of the two the other one
-struct BreakNode {
-    BreakNode(BreakNodes& all, const graph_ptr<edge_impl_vector>& edge, DefaultGraphVis* store);
-    BreakNode(const BreakNode&) = delete;
-    BreakNode& operator=(const BreakNode&) = delete;
-    ~BreakNode() = default;
+/// All that a store has made of break nodes, as long as somebody holds any of them.
+struct BreakNodeList {
+    /// From here on they are nobody's.
+    void disown_all();
 
-    /// Called when one of the two has been let go by everybody.
-    void end_if_let_go();
-
-    BreakNodes* made_with;
-    DummyNodeImpl node;
-    DefaultNodeVis vis;
+    BreakNodes* first = nullptr;
 };
 
-/// The break nodes that one call has made. The memory goes with the last of them.
-class BreakNodes {
+/// The break nodes of one edge inside one owner, and where they stand.
+///
+/// Layouts make break nodes by the million, and go through them run by run and not one by one. So a
+/// run is one piece of memory: itself, then the places, then the nodes. What is appended later
+/// stands in a piece of its own.
+///
+/// Space   graph; owner-relative inside a layout run
+/// Order   as they were made; ids descend
+/// Keeps   a run its edge and its break nodes; a break node the memory that it stands in
+class NURVEX7_API BreakNodes final : public node_impl_set {
 public:
+    using point = tamsel7::point<double>;
+
+    /// A run of a store, or of nobody. Duty: count is at least 0
+    static graph_ptr<BreakNodes> Make(const graph_ptr<IEdgeImpl>& edge, DefaultGraphVis* store,
+                                      int count);
     BreakNodes(const BreakNodes&) = delete;
     BreakNodes& operator=(const BreakNodes&) = delete;
+    ~BreakNodes() override;
+    static void operator delete(BreakNodes* gone, std::destroying_delete_t);
 
-    /// Appends new break nodes to a run.
-    static void Make(BreakNodeList& list, DefaultGraphVis* store,
-                     const graph_ptr<edge_impl_vector>& edge, std::size_t count,
-                     node_impl_vector& run);
+    int GetCount() const override { return total; }
+    graph_ptr<INodeImpl> GetItem(int index) override { return &at(index); }
+    void append(int count);
+
+    // Duty: 0 <= index < GetCount()
+    DummyNodeImpl& at(int index) {
+        return index < count ? nodes()[index] : at_appended(index - count);
+    }
+    int id_at(int index) { return at(index).id; }
+    point place_at(int index) {
+        const DummyNodeImpl& node = at(index);
+        return node.run->place_of(node);
+    }
+    void set_place_at(int index, const point& value) {
+        const DummyNodeImpl& node = at(index);
+        node.run->set_place_of(node, value);
+    }
+    void shift(const point& by);
+
+    // Of a node that stands in this very piece.
+    point place_of(const DummyNodeImpl& node) const { return places()[node.index]; }
+    void set_place_of(const DummyNodeImpl& node, const point& value) {
+        places()[node.index] = value;
+        if (indexed) {
+            leave_index();
+        }
+    }
+    const point* address_of_place(const DummyNodeImpl& node) const { return places() + node.index; }
+
+    /// Whose places these are; null once they are nobody's.
+    const DefaultGraphVis* get_store() const { return store; }
+    const graph_ptr<IEdgeImpl>& get_edge() const { return edge; }
+    /// The set of exactly the one edge.
+    const graph_ptr<edge_impl_vector>& get_edge_set();
+    /// The hit index of the store holds these places: the next change of one is told.
+    void mark_indexed();
+    /// True where nobody but the holder of the run has anything of it. `extra(node)` tells how
+    /// often he holds a node besides.
+    template <typename F>
+    bool is_held_once(F extra) {
+        if (ref_count != 1 || (edge_set.get() != nullptr && edge_set->ref_count != 1)) {
+            return false;
+        }
+        for (int i = 0; i < count; ++i) {
+            if (nodes()[i].ref_count != 1 + extra(nodes()[i])) {
+                return false;
+            }
+        }
+        for (const graph_ptr<BreakNodes>& piece : appended) {
+            if (!piece->is_held_once(extra)) {
+                return false;
+            }
+        }
+        return true;
+    }
+    /// How often all this holds its edge.
+    int count_edge_holds() const;
+
+    /// Called when a break node has been let go by everybody.
     void lose_one();
 
 private:
     friend struct BreakNodeList;
 
-    BreakNodes(BreakNodeList& of_store, std::size_t how_many);
-    ~BreakNodes();
-    BreakNode* begin() { return reinterpret_cast<BreakNode*>(this + 1); }
-    BreakNode* end() { return begin() + count; }
-    void disown();
+    BreakNodes(const graph_ptr<IEdgeImpl>& of_edge, DefaultGraphVis* of_store, int how_many);
 
-    BreakNodeList* list; ///< null once the store is gone
-    std::size_t count;
-    std::size_t left; ///< that somebody holds
-    BreakNodes* next;
+    point* places() { return reinterpret_cast<point*>(this + 1); }
+    const point* places() const { return reinterpret_cast<const point*>(this + 1); }
+    DummyNodeImpl* nodes() { return reinterpret_cast<DummyNodeImpl*>(places() + count); }
+    DummyNodeImpl& at_appended(int index);
+    void leave_index();
+    void let_go();
+    void end();
+
+    const int count; ///< break nodes in this piece
+    int total;       ///< with those that were appended
+    int held = 0;    ///< break nodes that outlive the run
+    bool indexed = false;
+    DefaultGraphVis* store;
+    graph_ptr<IEdgeImpl> edge;
+    graph_ptr<edge_impl_vector> edge_set; ///< null until asked for
+    std::vector<graph_ptr<BreakNodes>> appended;
+    BreakNodes* next = nullptr; ///< of the same store
     BreakNodes* before = nullptr;
 };
 

@@ -1,7 +1,9 @@
-#include "nurvex7/model/break_nodes.h"
+#include "nurvex7/model/visual_store.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
+#include <vector>
 
 namespace nurvex7 {
 
@@ -10,12 +12,6 @@ IEdgeVis::~IEdgeVis() = default;
 graph_ptr<node_impl_set> IEdgeVis::find_break_nodes_in(int owner_id) {
     return get_break_nodes_in(owner_id);
 }
-
-namespace {
-bool _stands_before(const std::pair<int, graph_ptr<node_impl_vector>>& entry, int owner_id) {
-    return entry.first < owner_id;
-}
-} // namespace
 
 DefaultEdgeVis::DefaultEdgeVis(graph_ptr<IEdgeImpl> edge, DefaultGraphVis* of_store)
     : store(of_store), edge_impl(std::move(edge)) {}
@@ -36,12 +32,14 @@ bool _is_gone(const graph_ptr<INodeImpl>& end) {
     return end.get() == nullptr || (!end->has_owner() && end != 0);
 }
 
-bool _is_held_by_its_run_alone(const INodeImpl& bend, const IdMap<NodeVisInfo>& records) {
-    const BreakNode* const home = static_cast<const DummyNodeImpl&>(bend).home;
+// A break node is held by its run, and by its record where it has one.
+int _holds_of_record(const INodeImpl& bend, const IdMap<NodeVisInfo>& records) {
     const NodeVisInfo* const record = records.find(bend.get_id());
-    const bool recorded = record != nullptr && record->vis.get() != nullptr;
-    return bend.ref_count == (recorded ? 2 : 1) && (home == nullptr || home->vis.ref_count == 0) &&
-           (!recorded || record->vis->ref_count == 1);
+    if (record == nullptr || record->vis.get() == nullptr) {
+        return 0;
+    }
+    constexpr int MORE_THAN_THERE_ARE = INT_MAX / 2;
+    return record->vis->ref_count == 1 ? 1 : MORE_THAN_THERE_ARE;
 }
 } // namespace
 
@@ -51,27 +49,24 @@ bool DefaultEdgeVis::is_out_of_reach(const IdMap<NodeVisInfo>& records) const {
         !_is_gone(edge_impl->to())) {
         return false;
     }
-    int own_bends = 0;
-    for (const run_entry& entry : break_nodes_by_owner) {
-        if (entry.second->ref_count != 1) {
-            return false;
-        }
-        for (const graph_ptr<INodeImpl>& bend : *entry.second) {
-            if (!_is_held_by_its_run_alone(*bend, records)) {
-                return false;
-            }
-            ++own_bends;
-        }
+    int own_holds = 1;
+    const auto is_held_once = [&](const Run& run) {
+        own_holds += run.nodes->count_edge_holds();
+        return run.nodes->is_held_once(
+            [&](const INodeImpl& bend) { return _holds_of_record(bend, records); });
+    };
+    if (first_run.nodes.get() != nullptr && !is_held_once(first_run)) {
+        return false;
     }
-    const bool has_set = edge_set.get() != nullptr;
-    return edge_impl->ref_count == (has_set ? 2 : 1) &&
-           (!has_set || edge_set->ref_count == 1 + own_bends);
+    return std::all_of(further_runs.begin(), further_runs.end(), is_held_once) &&
+           edge_impl->ref_count == own_holds;
 }
 
 // The cache hands itself out, so it is dropped for a new one and never emptied: who still walks the
 // old route keeps it whole.
 void DefaultEdgeVis::remove_break_nodes() {
-    break_nodes_by_owner.clear();
+    first_run.nodes.reset();
+    further_runs.clear();
     forget_route();
 }
 
@@ -83,58 +78,66 @@ void DefaultEdgeVis::forget_route() {
 }
 
 graph_ptr<node_impl_set> DefaultEdgeVis::get_break_nodes_in(int owner_id) {
-    return find_or_make_run(owner_id);
+    return &run_in(owner_id);
 }
 
 graph_ptr<node_impl_set> DefaultEdgeVis::find_break_nodes_in(int owner_id) {
-    return find_run(owner_id);
+    return known_run_in(owner_id);
 }
 
 void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {
     if (count < 1) {
         return;
     }
-    if (edge_set.get() == nullptr) {
-        edge_set = new edge_impl_vector;
-        edge_set->push_back(edge_impl);
-    }
-    const graph_ptr<node_impl_vector> run = find_or_make_run(owner_id);
-    if (store != nullptr) {
-        BreakNodes::Make(store->break_nodes, store, edge_set, static_cast<std::size_t>(count),
-                         *run);
+    if (BreakNodes* const known = known_run_in(owner_id)) {
+        known->append(count);
     } else {
-        for (int i = 0; i < count; ++i) {
-            run->push_back(new DummyNodeImpl(edge_set));
-        }
+        make_run(owner_id, count);
     }
     forget_route();
 }
 
 void DefaultEdgeVis::remove_break_nodes_in(int owner_id) {
-    std::erase_if(break_nodes_by_owner,
-                  [&](const run_entry& entry) { return entry.first == owner_id; });
+    if (first_run.owner_id != owner_id) {
+        std::erase_if(further_runs, [&](const Run& run) { return run.owner_id == owner_id; });
+    } else if (further_runs.empty()) {
+        first_run.nodes.reset();
+    } else {
+        first_run = further_runs.back();
+        further_runs.pop_back();
+    }
     forget_route();
 }
 
-graph_ptr<node_impl_vector> DefaultEdgeVis::find_run(int owner_id) const {
-    return known_run_in(owner_id);
+BreakNodes* DefaultEdgeVis::further_run_in(int owner_id) const {
+    const auto found = std::find_if(further_runs.begin(), further_runs.end(),
+                                    [&](const Run& run) { return run.owner_id == owner_id; });
+    return found != further_runs.end() ? found->nodes.get() : nullptr;
 }
 
-node_impl_vector* DefaultEdgeVis::known_run_in(int owner_id) const {
-    const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
-                                        owner_id, _stands_before);
-    const bool found = place != break_nodes_by_owner.end() && place->first == owner_id;
-    return found ? place->second.get() : nullptr;
+const graph_ptr<BreakNodes>& DefaultEdgeVis::make_run(int owner_id, int count) {
+    Run& made = first_run.nodes.get() == nullptr ? first_run : further_runs.emplace_back();
+    made = Run{owner_id, BreakNodes::Make(edge_impl, store, count)};
+    return made.nodes;
 }
 
-const graph_ptr<node_impl_vector>& DefaultEdgeVis::find_or_make_run(int owner_id) {
-    const auto place = std::lower_bound(break_nodes_by_owner.begin(), break_nodes_by_owner.end(),
-                                        owner_id, _stands_before);
-    if (place != break_nodes_by_owner.end() && place->first == owner_id) {
-        return place->second;
+void DefaultEdgeVis::mark_indexed() {
+    indexed = true;
+    if (first_run.nodes.get() != nullptr) {
+        first_run.nodes->mark_indexed();
     }
-    return break_nodes_by_owner.emplace(place, owner_id, new node_impl_vector)->second;
+    for (const Run& run : further_runs) {
+        run.nodes->mark_indexed();
+    }
 }
+
+namespace {
+void _append_run(node_impl_vector& route, BreakNodes& run) {
+    for (int i = 0; i < run.GetCount(); ++i) {
+        route.push_back(&run.at(i));
+    }
+}
+} // namespace
 
 // Outward through the owners of the source, as far as the outermost that holds a run; then inward
 // through those of the target, which stop below that one: the common owner counts once.
@@ -161,9 +164,8 @@ DefaultEdgeVis::append_outward_runs(const graph_ptr<INodeImpl>& from,
     graph_ptr<INodeImpl> owner = owner_above(from);
     graph_ptr<INodeImpl> outermost = owner;
     for (; owner.get() != nullptr; owner = owner_above(owner)) {
-        const graph_ptr<node_impl_vector> run = find_run(owner->get_id());
-        if (run.get() != nullptr) {
-            _append(route, run);
+        if (BreakNodes* const run = known_run_in(owner->get_id())) {
+            _append_run(*route, *run);
             outermost = owner;
         }
     }
@@ -174,19 +176,18 @@ DefaultEdgeVis::append_outward_runs(const graph_ptr<INodeImpl>& from,
 void DefaultEdgeVis::append_inward_runs(const graph_ptr<INodeImpl>& to,
                                         const graph_ptr<INodeImpl>& outermost,
                                         const graph_ptr<node_impl_vector>& route) const {
-    std::vector<graph_ptr<node_impl_vector>> innermost_first;
+    std::vector<BreakNodes*> innermost_first;
     for (graph_ptr<INodeImpl> owner = owner_above(to); owner.get() != nullptr;
          owner = owner_above(owner)) {
         if (outermost.get() != nullptr && owner == outermost) {
             break;
         }
-        const graph_ptr<node_impl_vector> run = find_run(owner->get_id());
-        if (run.get() != nullptr) {
+        if (BreakNodes* const run = known_run_in(owner->get_id())) {
             innermost_first.push_back(run);
         }
     }
     for (auto run = innermost_first.rbegin(); run != innermost_first.rend(); ++run) {
-        _append(route, *run);
+        _append_run(*route, **run);
     }
 }
 

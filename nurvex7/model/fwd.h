@@ -6,6 +6,7 @@ namespace nurvex7 {
 class INodeImpl;
 class IEdgeImpl;
 class IGraphStorage;
+class BreakNodes;
 class INodeVis;
 class IEdgeVis;
 class IGraphVis;

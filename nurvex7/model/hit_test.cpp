@@ -118,9 +118,9 @@ bool EdgeCollector::route_hit(node_impl_set& route, int first, int last) const {
     if (first >= last) {
         return false;
     }
-    tamsel7::point<double> a = vis->get_node_vis(route.GetItem(first))->get_position();
+    tamsel7::point<double> a = place_in_store(*vis, route.GetItem(first));
     for (int i = first + 1; i <= last; ++i) {
-        const tamsel7::point<double> c = vis->get_node_vis(route.GetItem(i))->get_position();
+        const tamsel7::point<double> c = place_in_store(*vis, route.GetItem(i));
         if (segment_hit(a, c)) {
             return true;
         }
@@ -157,7 +157,7 @@ graph_ptr<edge_impl_vector> DefaultGraphVis::test_edge_hit(double left, double t
                                                            double bottom) {
     EdgeCollector collector(left, top, right, bottom, this);
     const std::vector<Stretch> found = find_stretches_in({left, top, right, bottom});
-    walks_edges = true; // bends without a record get one on the way
+    walks_edges = true;
     for (auto at = found.begin(); at != found.end();) {
         const int id = at->edge_id;
         const EdgeVisInfo* const info = edge_map.find(id);
@@ -218,38 +218,22 @@ void DefaultGraphVis::index_edges() {
     edge_index.finish_build(edge_map.size()); // what changes is an edge, with all its stretches
 }
 
-// Bends without a record get one from the tests that look at them, and only from those: until then
-// the edge counts as changed. So does an edge of another kind that has lost its ends, as it may
-// find them again.
+// An edge of another kind that has lost its ends counts as changed, as it may find them again.
 void DefaultGraphVis::index_route(int id, DefaultEdgeVis& edge) {
     const graph_ptr<node_impl_set> route = edge.get_break_nodes();
     const graph_ptr<IEdgeImpl> held = edge.get_edge_impl();
     const IEdgeImpl& of_a_kind = *held;
-    const bool lost = !edge.has_route() && typeid(of_a_kind) != typeid(DefaultEdgeImpl);
-    edge.indexed = !lost && find_places(*route);
-    if (edge.indexed) {
-        add_stretches(id);
-    } else {
+    if (!edge.has_route() && typeid(of_a_kind) != typeid(DefaultEdgeImpl)) {
+        edge.indexed = false;
         edge_index.changed.push_back(id);
+        return;
     }
-}
-
-/// False where there is a break node without a record.
-bool DefaultGraphVis::find_places(node_impl_set& route) {
     places.clear();
-    for (int i = 0; i < route.GetCount(); ++i) {
-        const graph_ptr<INodeImpl> bend = route.GetItem(i);
-        DefaultNodeVis* known = known_vis_in(this, *bend);
-        if (known == nullptr) {
-            const NodeVisInfo* const info = node_map.find(bend->get_id());
-            known = info != nullptr ? static_cast<DefaultNodeVis*>(info->vis.get()) : nullptr;
-        }
-        if (known == nullptr) {
-            return false;
-        }
-        places.push_back(known);
+    for (int i = 0; i < route->GetCount(); ++i) {
+        places.push_back(place_in_store(*this, route->GetItem(i)));
     }
-    return true;
+    add_stretches(id);
+    edge.mark_indexed();
 }
 
 // A place that is no number belongs to no box: a segment that ends there is hit at its other end
@@ -260,15 +244,12 @@ void DefaultGraphVis::add_stretches(int id) {
         tamsel7::rectangle<double> box{FAR, FAR, -FAR, -FAR};
         const std::size_t end = std::min(first + STRETCH + 1, places.size());
         for (std::size_t i = first; i < end; ++i) {
-            const tamsel7::point<double> at = places[i]->get_position();
+            const tamsel7::point<double>& at = places[i];
             box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x),
                    std::max(box.bottom, at.y)};
         }
         edge_index.boxes.add(box, static_cast<int>(stretches.size()));
         stretches.push_back({id, static_cast<int>(first)});
-    }
-    for (DefaultNodeVis* const place : places) {
-        place->indexed = true;
     }
 }
 

@@ -26,11 +26,8 @@ bool is_nothing(const point& by) {
 // another zero. The run is asked for all the same: that enters an empty one where there is none.
 void shift_run(const Edge& edge, const point& by, const Node& owner) {
     const BreakRun run(edge, owner);
-    if (is_nothing(by)) {
-        return;
-    }
-    for (int i = 0; i < run.get_count(); ++i) {
-        run.shift(i, by);
+    if (!is_nothing(by)) {
+        run.shift(by);
     }
 }
 

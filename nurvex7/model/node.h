@@ -78,17 +78,8 @@ public:
     }
     void SetSize(const tamsel7::size<double>& value);
     /// Top left corner. Space: graph; owner-relative inside a layout run.
-    tamsel7::point<double> GetPosition() const {
-        const DefaultNodeVis* const known = known_vis_in(vis.get(), *impl);
-        return known != nullptr ? known->get_position() : vis->get_node_vis(impl)->get_position();
-    }
-    void SetPosition(const tamsel7::point<double>& value) {
-        if (DefaultNodeVis* const known = known_vis_in(vis.get(), *impl)) {
-            known->set_position(value);
-        } else {
-            vis->get_node_vis(impl)->set_position(value);
-        }
-    }
+    tamsel7::point<double> GetPosition() const { return place_in_store(*vis, impl); }
+    void SetPosition(const tamsel7::point<double>& value) { set_place_in_store(*vis, impl, value); }
     void SetPosition(double x, double y) { SetPosition(tamsel7::point<double>{x, y}); }
 
     /// The node's own layout, or the graph's default.

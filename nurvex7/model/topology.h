@@ -56,6 +56,12 @@ public:
     mutable std::int32_t place = -1;
     /// The record of this node in the visual store that was asked last; cut by its end.
     mutable DefaultNodeVis* known_vis = nullptr;
+
+    /// The run that a break node stands in and that has its place; null for any other node.
+    BreakNodes* const run = nullptr;
+
+protected:
+    explicit INodeImpl(BreakNodes* in) : run(in) {}
 };
 
 /// A directed edge between two nodes of any depth. Both ends are null once it is removed.
@@ -235,15 +241,12 @@ public:
     graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
 };
 
-struct BreakNode;
-
-/// A break node: a bend of an edge. Only the visual record of an edge makes them.
+/// A break node: a bend of an edge. Only the visual record of an edge makes them, run by run.
 class NURVEX7_API DummyNodeImpl final : public INodeImpl {
 public:
-    /// `edge` is the set of exactly the one edge that the break node belongs to. The break nodes of
-    /// one edge may share it: nobody changes it.
-    explicit DummyNodeImpl(graph_ptr<edge_impl_vector> edge, BreakNode* in = nullptr);
-    /// Beside its record it goes when both have been let go.
+    /// Duty: `in` keeps it at that place
+    DummyNodeImpl(BreakNodes* in, int at) : INodeImpl(in), id(current_id--), index(at) {}
+    /// It stands in the memory of its run, which goes when all is let go.
     static void operator delete(DummyNodeImpl* gone, std::destroying_delete_t);
 
     static int current_id;
@@ -267,10 +270,9 @@ public:
     void set_owner(graph_ptr<INodeImpl> new_owner) override;
     bool has_owner() const override;
 
-    int id;
+    const int id;
     int condition = 0;
-    graph_ptr<edge_impl_vector> edge_set;
-    BreakNode* const home; ///< where it stands beside its record; null for one that stands alone
+    const int index; ///< in its run
 };
 
 /// Holds the root of a graph. An application may bring a root of another kind by a storage of its

@@ -1,7 +1,5 @@
 #include "nurvex7/model/visual_store.h"
 
-#include "nurvex7/model/break_nodes.h"
-
 #include <algorithm>
 #include <memory>
 #include <typeinfo>
@@ -16,19 +14,10 @@ IGraphVis::~IGraphVis() = default;
 // Nodes
 
 DefaultNodeVis::DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store)
-    : node_impl(std::move(node)), store(of_store) {}
-
-DefaultNodeVis::DefaultNodeVis(BreakNode& beside, DefaultGraphVis* of_store)
-    : home(&beside), store(of_store) {}
-
-void DefaultNodeVis::operator delete(DefaultNodeVis* gone, std::destroying_delete_t) {
-    if (gone->home != nullptr) {
-        gone->home->end_if_let_go();
-    } else {
-        std::destroy_at(gone);
-        ::operator delete(gone);
-    }
-}
+    : node_impl(std::move(node)), store(of_store),
+      bend(of_store != nullptr && run_in_store(of_store, *node_impl) != nullptr
+               ? static_cast<DummyNodeImpl*>(node_impl.get())
+               : nullptr) {}
 
 DefaultNodeVis::~DefaultNodeVis() {
     if (node_impl.get() != nullptr && node_impl->known_vis == this) {
@@ -36,14 +25,16 @@ DefaultNodeVis::~DefaultNodeVis() {
     }
 }
 
-graph_ptr<INodeImpl> DefaultNodeVis::get_node_impl() const {
-    return home != nullptr ? graph_ptr<INodeImpl>(&home->node) : node_impl;
+void DefaultNodeVis::disown() {
+    position = get_position();
+    bend = nullptr;
+    store = nullptr;
 }
 
 void DefaultNodeVis::leave_index() {
     indexed = false;
     if (store != nullptr) {
-        store->note_place(home != nullptr ? home->node : *node_impl);
+        store->note_place(*node_impl);
     }
 }
 
@@ -61,8 +52,13 @@ DefaultEdgeVis* _own_record(const EdgeVisInfo& info) {
 }
 
 // Nodes and edges that still remember a record ask for it anew when it is nobody's.
-template <typename Info>
-void _disown(const Info& info) {
+void _disown(const NodeVisInfo& info) {
+    if (info.vis.get() != nullptr) {
+        _own_record(info)->disown();
+    }
+}
+
+void _disown(const EdgeVisInfo& info) {
     if (info.vis.get() != nullptr) {
         _own_record(info)->store = nullptr;
     }
@@ -120,10 +116,6 @@ graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     if (DefaultNodeVis* const known = known_vis_in(this, *node)) {
         return known;
     }
-    if (DefaultNodeVis* const beside = record_beside(*node)) {
-        node->known_vis = beside; // another store has been asked meanwhile
-        return beside;
-    }
     NodeVisInfo& info = record_of(node->get_id());
     if (info.vis.get() == nullptr) {
         info.vis = new DefaultNodeVis(node, this);
@@ -131,14 +123,6 @@ graph_ptr<INodeVis> DefaultGraphVis::get_node_vis(graph_ptr<INodeImpl> node) {
     }
     node->known_vis = _record_for(info, node);
     return info.vis;
-}
-
-DefaultNodeVis* DefaultGraphVis::record_beside(const INodeImpl& node) const {
-    if (typeid(node) != typeid(DummyNodeImpl)) {
-        return nullptr;
-    }
-    BreakNode* const home = static_cast<const DummyNodeImpl&>(node).home;
-    return home != nullptr && home->vis.store == this ? &home->vis : nullptr;
 }
 
 void DefaultGraphVis::remove_edge_vis(graph_ptr<IEdgeImpl> edge) {
@@ -155,15 +139,13 @@ void DefaultGraphVis::remove_node_vis(graph_ptr<INodeImpl> node) {
     if (node.get() == nullptr) {
         return;
     }
-    if (DefaultNodeVis* const known = known_vis_in(this, *node);
-        known != nullptr && known->home != nullptr) {
-        note_place(*node);
-        known->store = nullptr; // it stands beside its break node and in no map
-    }
     if (const NodeVisInfo* const info = node_map.find(node->get_id())) {
         note_place(*node);
         _disown(*info);
         node_map.erase(node->get_id());
+    }
+    if (BreakNodes* const run = run_in_store(this, *node)) {
+        run->set_place_of(static_cast<const DummyNodeImpl&>(*node), {});
     }
 }
 

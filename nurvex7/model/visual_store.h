@@ -5,6 +5,7 @@
 #include "nurvex7/foundation/graph_ptr2.h"
 #include "nurvex7/foundation/id_map.h"
 #include "nurvex7/layout/ilayout.h"
+#include "nurvex7/model/break_nodes.h"
 #include "nurvex7/model/hit_index.h"
 #include "nurvex7/model/topology.h"
 #include "nurvex7/platform/tamsel7/geometry.h"
@@ -26,16 +27,6 @@ public:
     virtual void set_size(const tamsel7::size<double>& value) = 0;
     virtual tamsel7::point<double> get_position() const = 0;
     virtual void set_position(const tamsel7::point<double>& value) = 0;
-};
-
-class BreakNodes;
-
-/// All that a store has made of break nodes, as long as somebody holds any of them.
-struct BreakNodeList {
-    /// From here on they are nobody's.
-    void disown_all();
-
-    BreakNodes* first = nullptr;
 };
 
 /// The break nodes of one edge: a run of them in every owner that the edge passes through.
@@ -94,14 +85,10 @@ public:
 class NURVEX7_API DefaultNodeVis final : public INodeVis {
 public:
     explicit DefaultNodeVis(graph_ptr<INodeImpl> node, DefaultGraphVis* of_store = nullptr);
-    /// The record beside a break node.
-    DefaultNodeVis(BreakNode& beside, DefaultGraphVis* of_store);
     DefaultNodeVis(const DefaultNodeVis&) = delete;
     DefaultNodeVis& operator=(const DefaultNodeVis&) = delete;
     ~DefaultNodeVis() override;
-    /// Beside a break node it goes when both have been let go.
-    static void operator delete(DefaultNodeVis* gone, std::destroying_delete_t);
-    graph_ptr<INodeImpl> get_node_impl() const override;
+    graph_ptr<INodeImpl> get_node_impl() const override { return node_impl; }
     tamsel7::size<double> get_size() const override { return size; }
     void set_size(const tamsel7::size<double>& value) override {
         size = value;
@@ -109,17 +96,24 @@ public:
             leave_index();
         }
     }
-    tamsel7::point<double> get_position() const override { return position; }
+    tamsel7::point<double> get_position() const override {
+        return bend != nullptr ? bend->run->place_of(*bend) : position;
+    }
     void set_position(const tamsel7::point<double>& value) override {
+        if (bend != nullptr) {
+            bend->run->set_place_of(*bend, value);
+            return;
+        }
         position = value;
         if (indexed) {
             leave_index();
         }
     }
+    /// From here on it is nobody's, and stands for itself.
+    void disown();
 
-    bool indexed = false;           ///< its place is in a box of the store's hit index
-    graph_ptr<INodeImpl> node_impl; ///< null beside a break node, which is held by its place
-    BreakNode* const home = nullptr;
+    bool indexed = false; ///< its place is in a box of the store's hit index
+    graph_ptr<INodeImpl> node_impl;
     DefaultGraphVis* store; ///< whose record this is; null once it is nobody's
 
 private:
@@ -128,6 +122,7 @@ private:
 
     tamsel7::size<double> size;
     tamsel7::point<double> position;
+    DummyNodeImpl* bend; ///< the node, where its place is that in its run; null otherwise
 };
 
 /// What the store keeps of one node.
@@ -156,9 +151,17 @@ public:
     bool is_out_of_reach(const IdMap<NodeVisInfo>& records) const;
 
     /// The run of an owner, for who does not keep it; an empty one is entered where there is none.
-    node_impl_vector& run_in(int owner_id) { return *find_or_make_run(owner_id); }
+    BreakNodes& run_in(int owner_id) {
+        BreakNodes* const known = known_run_in(owner_id);
+        return known != nullptr ? *known : *make_run(owner_id, 0);
+    }
     /// Likewise; null where there is none.
-    node_impl_vector* known_run_in(int owner_id) const;
+    BreakNodes* known_run_in(int owner_id) const {
+        return first_run.owner_id == owner_id ? first_run.nodes.get() : further_run_in(owner_id);
+    }
+
+    /// The hit index of the store holds the route.
+    void mark_indexed();
 
     /// True where get_break_nodes gives the route that it has given before.
     bool has_route() const { return break_nodes_cache.get() != nullptr; }
@@ -167,21 +170,25 @@ public:
     DefaultGraphVis* store; ///< whose record this is; null once it is nobody's
 
 private:
-    using run_entry = std::pair<int, graph_ptr<node_impl_vector>>;
+    /// The run of the edge in one owner.
+    struct Run {
+        int owner_id = 0;
+        graph_ptr<BreakNodes> nodes;
+    };
 
-    /// The run of an owner; null where there is none.
-    graph_ptr<node_impl_vector> find_run(int owner_id) const;
-    const graph_ptr<node_impl_vector>& find_or_make_run(int owner_id);
+    BreakNodes* further_run_in(int owner_id) const;
+    const graph_ptr<BreakNodes>& make_run(int owner_id, int count);
     void forget_route();
     graph_ptr<INodeImpl> append_outward_runs(const graph_ptr<INodeImpl>& from,
                                              const graph_ptr<node_impl_vector>& route) const;
     void append_inward_runs(const graph_ptr<INodeImpl>& to, const graph_ptr<INodeImpl>& outermost,
                             const graph_ptr<node_impl_vector>& route) const;
 
+    // Most edges have one run. The first has none while there are no others either.
+    Run first_run;
     graph_ptr<IEdgeImpl> edge_impl;
     graph_ptr<node_impl_vector> break_nodes_cache; ///< null when it has to be built again
-    std::vector<run_entry> break_nodes_by_owner;   ///< by ascending owner id; mostly one entry
-    graph_ptr<edge_impl_vector> edge_set;          ///< what every break node of this edge holds
+    std::vector<Run> further_runs;
 };
 
 /// What the store keeps of one edge.
@@ -228,7 +235,7 @@ public:
 
     /// The layout that get_node_layout would give, asked without making a record. Null for none.
     const ILayout* find_layout(int node_id) const;
-    /// How many node records the store holds, but for those that stand beside their break nodes.
+    /// How many node records the store holds. Break nodes have none until they are asked for it.
     std::size_t get_node_record_count() const { return node_map.size(); }
     std::size_t get_edge_record_count() const { return edge_map.size(); }
     const IdMap<NodeVisInfo>& get_node_records() const { return node_map; }
@@ -246,9 +253,6 @@ public:
     BreakNodeList break_nodes;
 
 private:
-    /// The record beside a break node of this store; null for others.
-    DefaultNodeVis* record_beside(const INodeImpl& node) const;
-
     /// A stretch of a route that has a box of its own.
     struct Stretch {
         int edge_id;
@@ -264,7 +268,6 @@ private:
     void index_nodes();
     void index_edges();
     void index_route(int id, DefaultEdgeVis& edge);
-    bool find_places(node_impl_set& route);
     void add_stretches(int id);
     static bool test_stretch(const Stretch& stretch, const EdgeVisInfo& info,
                              EdgeCollector& collector);
@@ -284,7 +287,7 @@ private:
     HitIndex node_index;                ///< holds node ids
     HitIndex edge_index;                ///< holds places in `stretches`
     std::vector<Stretch> stretches;
-    std::vector<DefaultNodeVis*> places; ///< of the route that is being indexed
+    std::vector<tamsel7::point<double>> places; ///< of the route that is being indexed
 };
 
 /// The record of a node in a store, where the node remembers it; null where the store has to be
@@ -292,6 +295,34 @@ private:
 inline DefaultNodeVis* known_vis_in(const IGraphVis* store, const INodeImpl& node) {
     DefaultNodeVis* const known = node.known_vis;
     return known != nullptr && known->store == store ? known : nullptr;
+}
+
+/// The run that has the place of a node in a store; null for all but the break nodes of that store.
+inline BreakNodes* run_in_store(const IGraphVis* store, const INodeImpl& node) {
+    BreakNodes* const run = node.run;
+    return run != nullptr && run->get_store() == store ? run : nullptr;
+}
+
+/// Where a node stands. Asking makes a record, unless it is a break node of the store. Space: graph
+inline tamsel7::point<double> place_in_store(IGraphVis& store, const graph_ptr<INodeImpl>& node) {
+    if (const DefaultNodeVis* const known = known_vis_in(&store, *node)) {
+        return known->get_position();
+    }
+    if (const BreakNodes* const run = run_in_store(&store, *node)) {
+        return run->place_of(static_cast<const DummyNodeImpl&>(*node));
+    }
+    return store.get_node_vis(node)->get_position();
+}
+
+inline void set_place_in_store(IGraphVis& store, const graph_ptr<INodeImpl>& node,
+                               const tamsel7::point<double>& value) {
+    if (DefaultNodeVis* const known = known_vis_in(&store, *node)) {
+        known->set_position(value);
+    } else if (BreakNodes* const run = run_in_store(&store, *node)) {
+        run->set_place_of(static_cast<const DummyNodeImpl&>(*node), value);
+    } else {
+        store.get_node_vis(node)->set_position(value);
+    }
 }
 
 /// Walks the node records of a hit test; Space: graph.

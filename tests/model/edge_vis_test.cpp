@@ -167,17 +167,21 @@ TEST_F(BreakNodes, ANodeThatOwnsItselfDoesNotHangARoute) {
     a.Remove();
 }
 
-// A break node and its record stand side by side; each can be all that somebody keeps of the two,
-// beyond the route and the edge.
-TEST_F(BreakNodes, AndTheirRecordsKeepEachOther) {
+// A break node, or its record, can be all that somebody keeps of a run, beyond the route and the
+// edge; of a piece that was appended too.
+TEST_F(BreakNodes, AndTheirRecordsKeepWhatTheyNeed) {
     Edge edge = add(root, "a").LinkTo(add(root, "b"));
-    edge.AddBreakNodesIn(root, 3);
+    edge.AddBreakNodesIn(root, 1);
+    edge.AddBreakNodesIn(root, 2);
     NodeSet run = edge.GetBreakNodesIn(root);
     const graph_ptr<INodeImpl> bend = run.GetItem(0).get_impl();
     const int id = run.GetItem(1).GetID();
     const graph_ptr<INodeVis> record = root.get_vis()->get_node_vis(run.GetItem(1).get_impl());
     run.GetItem(0).SetPosition(1, 2);
+    run.GetItem(1).SetPosition(0, 1);
+    EXPECT_EQ(record->get_position(), (tamsel7::point<double>{0, 1}));
     record->set_position({3, 4});
+    EXPECT_EQ(run.GetItem(1).GetPosition(), (tamsel7::point<double>{3, 4}));
     run = root.GetOwned();
     edge.Remove();
     EXPECT_EQ(Node(root.get_vis(), bend).GetPosition(), (tamsel7::point<double>{1, 2}));
