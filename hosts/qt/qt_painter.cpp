@@ -403,7 +403,7 @@ tamsel7::size<double> QtPainter::GetTextSize(const std::string& text, const tams
     if (!(used.size > 0)) {
         return {};
     }
-    return {used.face->Shape(text)->advance * used.size / scale_x, height / scale_y};
+    return {used.face->Measure(text) * used.size / scale_x, height / scale_y};
 }
 
 } // namespace nurvex7::qt

@@ -6,8 +6,6 @@
 #include <QTextLayout>
 
 #include <algorithm>
-#include <cstddef>
-#include <string_view>
 #include <utility>
 
 namespace nurvex7::qt {
@@ -91,7 +89,8 @@ InkRange FindInk(const ShapedText& text) {
     return ink;
 }
 
-Typeface::Typeface(const std::string& name) : font(reference_font(name)) {
+Typeface::Typeface(const std::string& name)
+    : font(reference_font(name)), letters(LETTERS), pairs(LETTERS * LETTERS) {
     const QRawFont face = QRawFont::fromFont(font);
     ascent = face.ascent() / REFERENCE_SIZE;
     descent = face.descent() / REFERENCE_SIZE;
@@ -102,12 +101,22 @@ std::shared_ptr<const ShapedText> Typeface::Shape(const std::string& text) {
     if (known != recent.end()) {
         return known->second;
     }
+    ShapedText shaped;
+    shaped.text = DecodeCaption(text);
+    if (shape_plain(shaped.text, shaped)) {
+        return std::make_shared<const ShapedText>(std::move(shaped));
+    }
     if (recent.size() >= MAX_RECENT) {
         recent.clear();
     }
-    auto shaped = std::make_shared<const ShapedText>(shape(DecodeCaption(text)));
-    recent.emplace(text, shaped);
-    return shaped;
+    auto kept = std::make_shared<const ShapedText>(shape_any(shaped.text));
+    recent.emplace(text, kept);
+    return kept;
+}
+
+double Typeface::Measure(const std::string& text) {
+    const std::optional<double> plain = set_plain(text, [](quint32, double) {});
+    return plain ? *plain : Shape(text)->advance;
 }
 
 std::shared_ptr<const ShapedText> Typeface::ShapeToFit(const std::string& text, double width) {
@@ -138,58 +147,75 @@ ShapedText Typeface::shape(const QString& text) {
 }
 
 /// Plain captions are set letter by letter, from what the shaper said of these letters and pairs
-/// before. It takes a tenth of the time, and there may be a million captions.
-bool Typeface::shape_plain(const QString& text, ShapedText& result) {
-    const bool ascii =
-        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u' ' && c <= u'~'; });
-    if (!ascii || text.isEmpty()) {
-        return false;
+/// before. It takes a tenth of the time, and there may be a million captions. `take` is told each
+/// glyph and its place.
+///
+/// Gives the advance; nothing where the text is not plain
+template <typename F>
+std::optional<double> Typeface::set_plain(std::string_view text, F take) {
+    const bool ascii = std::all_of(text.begin(), text.end(),
+                                   [](char c) { return c >= FIRST_LETTER && c <= LAST_LETTER; });
+    if (!ascii || text.empty()) {
+        return std::nullopt;
     }
-    GlyphRow row;
     double x = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        const Letter& here = letter(c);
-        const bool last = i + 1 == text.size();
-        const Letter& taken = last ? here : pair(c, text[i + 1].unicode());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const Letter& here = letter(text[i]);
+        const Letter& taken = i + 1 == text.size() ? here : pair(text[i], text[i + 1]);
         if (!here.plain || !taken.plain) {
-            return false;
+            return std::nullopt;
         }
-        row.glyphs.append(here.glyph);
-        row.places.append({x, 0});
+        take(here.glyph, x);
         x += taken.advance;
+    }
+    return x;
+}
+
+bool Typeface::shape_plain(const QString& text, ShapedText& result) {
+    GlyphRow row;
+    row.glyphs.reserve(text.size());
+    row.places.reserve(text.size());
+    const std::optional<double> advance =
+        set_plain(text.toStdString(), [&row](quint32 glyph, double x) {
+            row.glyphs.append(glyph);
+            row.places.append({x, 0});
+        });
+    if (!advance) {
+        return false;
     }
     row.face = plain_face;
     result.rows = {std::move(row)};
-    result.advance = x;
+    result.advance = *advance;
     return true;
 }
 
-const Typeface::Letter& Typeface::letter(char16_t c) {
-    const auto [at, fresh] = letters.try_emplace(c);
-    if (fresh) {
-        const ShapedText alone = shape_any(QChar(c));
-        if (alone.rows.size() == 1 && alone.rows[0].glyphs.size() == 1) {
-            const GlyphRow& row = alone.rows[0];
-            plain_face = plain_face.isValid() ? plain_face : row.face;
-            at->second = {row.glyphs[0], alone.advance, row.face == plain_face};
-        }
+const Typeface::Letter& Typeface::letter(char c) {
+    Letter& at = letters[static_cast<std::size_t>(c - FIRST_LETTER)];
+    if (at.known) {
+        return at;
     }
-    return at->second;
+    at.known = true;
+    const ShapedText alone = shape_any(QString(QLatin1Char(c)));
+    if (alone.rows.size() == 1 && alone.rows[0].glyphs.size() == 1) {
+        const GlyphRow& row = alone.rows[0];
+        plain_face = plain_face.isValid() ? plain_face : row.face;
+        at = {row.glyphs[0], true, row.face == plain_face, alone.advance};
+    }
+    return at;
 }
 
-const Typeface::Letter& Typeface::pair(char16_t first, char16_t second) {
-    const auto key = static_cast<char32_t>(first) << 16U | second;
-    const auto [at, fresh] = pairs.try_emplace(key);
-    if (fresh) {
+const Typeface::Letter& Typeface::pair(char first, char second) {
+    const auto row = static_cast<std::size_t>(first - FIRST_LETTER);
+    Letter& at = pairs[row * LETTERS + static_cast<std::size_t>(second - FIRST_LETTER)];
+    if (!at.known) {
         const Letter& a = letter(first);
         const Letter& b = letter(second);
-        const ShapedText both = shape_any(QString(QChar(first)) + QChar(second));
+        const ShapedText both = shape_any(QString(QLatin1Char(first)) + QLatin1Char(second));
         const bool plain = a.plain && b.plain && both.rows.size() == 1 &&
                            both.rows[0].glyphs == QList<quint32>{a.glyph, b.glyph};
-        at->second = {a.glyph, both.advance - b.advance, plain};
+        at = {a.glyph, true, plain, both.advance - b.advance};
     }
-    return at->second;
+    return at;
 }
 
 ShapedText Typeface::shape_any(const QString& text) const {

@@ -6,9 +6,12 @@
 #include <QRawFont>
 #include <QString>
 
+#include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -43,7 +46,8 @@ InkRange FindInk(const ShapedText& text);
 /// keep theirs at hand.
 inline constexpr double REFERENCE_SIZE = 64;
 
-/// A family of the system, ready to set texts with. It keeps what it has set lately.
+/// A family of the system, ready to set texts with. It keeps what the shaper has set lately; texts
+/// of plain letters are quicker to set than to find again.
 class Typeface {
 public:
     explicit Typeface(const std::string& name);
@@ -53,6 +57,8 @@ public:
 
     /// Order   several faces where one lacks a script; from left to right
     std::shared_ptr<const ShapedText> Shape(const std::string& text);
+    /// The advance alone, in ems. Of a large graph every caption is measured, and few are drawn.
+    double Measure(const std::string& text);
     /// The text, or as much of it with an ellipsis behind it as fits into a width in ems.
     std::shared_ptr<const ShapedText> ShapeToFit(const std::string& text, double width);
 
@@ -60,23 +66,29 @@ private:
     /// A letter that always has the same glyph, or a letter after such a one.
     struct Letter {
         quint32 glyph = 0;
-        double advance = 0; ///< ems; of a pair: what the first then takes
+        bool known = false;
         bool plain = false; ///< false where neighbours change more than the distance
+        double advance = 0; ///< ems; of a pair: what the first then takes
     };
+    static constexpr char FIRST_LETTER = ' ';
+    static constexpr char LAST_LETTER = '~';
+    static constexpr std::size_t LETTERS = LAST_LETTER - FIRST_LETTER + 1;
 
+    template <typename F>
+    std::optional<double> set_plain(std::string_view text, F take);
+    bool shape_plain(const QString& text, ShapedText& result);
     ShapedText shape(const QString& text);
     ShapedText shape_any(const QString& text) const;
-    bool shape_plain(const QString& text, ShapedText& result);
-    const Letter& letter(char16_t c);
-    const Letter& pair(char16_t first, char16_t second);
+    const Letter& letter(char c);
+    const Letter& pair(char first, char second);
 
     QFont font;
     double ascent = 0;
     double descent = 0;
     std::unordered_map<std::string, std::shared_ptr<const ShapedText>> recent;
     QRawFont plain_face;
-    std::unordered_map<char16_t, Letter> letters;
-    std::unordered_map<char32_t, Letter> pairs;
+    std::vector<Letter> letters; ///< from FIRST_LETTER on
+    std::vector<Letter> pairs;   ///< by the first, then by the second
 };
 
 /// The typefaces by name. Painters may share one, so that a text that was measured need not be set
