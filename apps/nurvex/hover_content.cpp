@@ -5,6 +5,8 @@
 #include "nurvex7/presentation/iedge_handler.h"
 #include "nurvex7/presentation/inode_handler.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -30,10 +32,27 @@ CContent* HoverContent::Make(brevolt7::CVisualElement* parent_element,
     return new HoverContent(parent_element, shown_graph, needs_coord_system);
 }
 
-void HoverContent::DrawContent(tamsel7::IPainter* painter) {
-    if (!held) {
-        CContent::DrawContent(painter);
+void HoverContent::SetScale(double pixels) {
+    const QScopedValueRollback mark(scaling, true);
+    CContent::SetScale(pixels);
+}
+
+void HoverContent::RenewView(bool invalidate) {
+    if (invalidate && !scaling && on_drawing_changed) {
+        on_drawing_changed();
     }
+    CContent::RenewView(invalidate);
+}
+
+/// A layout that was queued without a word is told like any other change.
+void HoverContent::DrawContent(tamsel7::IPainter* painter) {
+    if (held) {
+        return;
+    }
+    if (RecalculateLayout(painter)) {
+        RenewView(true);
+    }
+    CContent::DrawContent(painter);
 }
 
 // A hidden cluster that is hit stands for the clusters around it, which the hit test leaves out

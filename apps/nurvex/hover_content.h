@@ -2,6 +2,7 @@
 
 #include "nurvex7/viewer/content.h"
 
+#include <functional>
 #include <optional>
 
 namespace nurvex {
@@ -30,6 +31,11 @@ public:
     /// is shown is being laid out.
     void SetHeld(bool on) { held = on; }
 
+    /// Called where what is drawn may have changed, and not only the part of it that is seen.
+    std::function<void()> on_drawing_changed;
+
+    void SetScale(double pixels) override;
+    void RenewView(bool invalidate) override;
     void DrawContent(tamsel7::IPainter* painter) override;
 
 protected:
@@ -42,6 +48,7 @@ private:
     void renew(tamsel7::rectangle<double> area);
 
     bool held = false;
+    bool scaling = false;
 };
 
 } // namespace nurvex

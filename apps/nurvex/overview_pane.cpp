@@ -44,14 +44,26 @@ public:
         painter->SetCoordSystem(tamsel7::IPainter::MapMode::MAP_LOGICAL, &info);
     }
 
-    /// Sides of the frame that lie beyond the pane are drawn along its edge.
-    void DrawContent(tamsel7::IPainter* painter) override {
-        const auto bounds = GetBounds();
+    /// All but the frame.
+    void DrawUnderFrame(tamsel7::IPainter* painter) {
+        draw_ground(painter);
         if (shows_nothing()) {
-            draw_ground(painter);
             return;
         }
         overview_zoom = find_zoom();
+        SetCoordSystem(painter);
+        tell_painting(true);
+        draw_nodes(painter);
+        tell_painting(false);
+    }
+
+    /// Sides of the frame that lie beyond the pane are drawn along its edge.
+    void DrawContent(tamsel7::IPainter* painter) override {
+        pane.lay_drawing();
+        const auto bounds = GetBounds();
+        if (shows_nothing()) {
+            return;
+        }
         position first{1, 1};
         position last{bounds.right - 1.0, bounds.bottom - 1.0};
         DP2LP(&first);
@@ -64,9 +76,8 @@ public:
         const double right = drawn(view_right, view_left + smallest, last.x);
         const double top = drawn(view_top, first.y, last.y - smallest);
         const double bottom = drawn(view_bottom, view_top + smallest, last.y);
-        tell_painting(true);
-        COverviewContent::DrawContent(painter);
-        tell_painting(false);
+        SetCoordSystem(painter);
+        draw_frame(painter);
         view_left = left;
         view_right = right;
         view_top = top;
@@ -132,13 +143,7 @@ private:
         }
     }
 
-    void draw_ground(tamsel7::IPainter* painter) const {
-        const auto area = painter->GetDrawArea();
-        painter->SetBrush({GetBkColor(), 1});
-        painter->FillRect(area.left, area.top, area.right, area.bottom);
-    }
-
-    const OverviewPane& pane;
+    OverviewPane& pane;
 };
 
 OverviewPane::OverviewPane(QWidget* parent, IViewer* viewer)
@@ -153,6 +158,24 @@ OverviewPane::~OverviewPane() {
 
 QSize OverviewPane::sizeHint() const {
     return USUAL_SIZE;
+}
+
+void OverviewPane::lay_drawing() {
+    if (drawing.size() != GetPicture().size() ||
+        drawing.devicePixelRatio() != GetPicture().devicePixelRatio()) {
+        drawing = MakePicture();
+        nurvex7::qt::QtPainter painter(drawing, GetTypesetter());
+        painter.BeginPaint(tamsel7::IPainter::StdSettings::STANDARD);
+        content->DrawUnderFrame(&painter);
+        painter.EndPaint();
+    }
+    LayPicture(drawing);
+}
+
+/// Colours may follow the desktop's.
+void OverviewPane::changeEvent(QEvent* event) {
+    Renew();
+    ElementWidget::changeEvent(event);
 }
 
 COverviewContent& OverviewPane::GetContent() const {

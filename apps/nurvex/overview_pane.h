@@ -4,6 +4,8 @@
 #include "nurvex7/viewer/iviewer.h"
 #include "nurvex7/viewer/overview_content.h"
 
+#include <QImage>
+
 #include <functional>
 
 namespace nurvex {
@@ -11,23 +13,35 @@ namespace nurvex {
 /// The overview in its dock: the drawing in the middle, as large as it fits and not distorted, and
 /// the whole frame, also where it reaches beyond the drawing. A press beside the frame takes the
 /// view there.
+///
+/// Keeps   a picture of the drawing without the frame: a step of the view costs the frame alone,
+///         however large the graph
 class OverviewPane : public nurvex7::qt::ElementWidget {
 public:
     OverviewPane(QWidget* parent, nurvex7::IViewer* viewer);
     ~OverviewPane() override;
 
-    /// Called with true before a painting, with false after it.
+    /// Called with true before the drawing is painted, with false after it.
     std::function<void(bool)> on_painting;
+
+    /// The drawing has changed: the next repaint paints it anew.
+    void Renew() { drawing = QImage(); }
 
     QSize sizeHint() const override;
     nurvex7::COverviewContent& GetContent() const;
     /// Space   graph to pixel of the widget
     QPointF ToPixel(QPointF place) const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     class Element;
 
+    void lay_drawing();
+
     Element* content;
+    QImage drawing; ///< without the frame; null where it has to be painted
 };
 
 } // namespace nurvex

@@ -66,6 +66,7 @@ ViewWindow::ViewWindow()
     }
     view->on_view_changed = [this] { update_status(); };
     view->on_rectangle_drawn = [this] { set_drag_mode(GraphView::DragMode::PAN); };
+    view->GetContent().on_drawing_changed = [this] { overview->Renew(); };
     overview->on_painting = [this](bool begins) { style.ShowPointer(!begins); };
     view->on_menu = [this](QPoint pixel) { show_menu(pixel); };
     find->on_found = [this](const Node& node) { go_to(node); };
@@ -94,6 +95,8 @@ ViewWindow::~ViewWindow() {
     overview->GetContent().SetViewer(nullptr);
     style.SetFolded({});
     view->on_view_changed = {};
+    view->GetContent().on_drawing_changed = {};
+    view->GetContent().on_drawing_changed = [this] { overview->Renew(); };
     overview->on_painting = {};
     style.Undress(view->GetGraph());
 }

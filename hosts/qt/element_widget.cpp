@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QTextDocument>
 #include <QTimerEvent>
 #include <QToolTip>
@@ -148,8 +149,15 @@ QRect ElementWidget::run_pass() {
         renew_picture();
     }
     pass_due = false;
-    QtPainter painter(picture, typesetter);
+    QPainter inner(&picture);
+    QtPainter painter(inner, typesetter);
+    const QScopedValueRollback mark(direct, &inner);
     return ToQt(control->ProcessPaint(&painter));
+}
+
+/// No element has anything held back in the painter when its turn comes.
+void ElementWidget::LayPicture(const QImage& kept) {
+    direct->drawImage(QPointF(), kept);
 }
 
 void ElementWidget::paintEvent(QPaintEvent* event) {
@@ -169,13 +177,18 @@ void ElementWidget::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void ElementWidget::renew_picture() {
+    picture = MakePicture();
+    control->InvalidateRect(0, 0, width(), height(), false);
+}
+
+QImage ElementWidget::MakePicture() const {
     const double ratio = devicePixelRatioF();
     const QSize pixels(static_cast<int>(std::ceil(width() * ratio)),
                        static_cast<int>(std::ceil(height() * ratio)));
-    picture = QImage(pixels.expandedTo({1, 1}), QImage::Format_RGB32);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(palette().color(QPalette::Base));
-    control->InvalidateRect(0, 0, width(), height(), false);
+    QImage made(pixels.expandedTo({1, 1}), QImage::Format_RGB32);
+    made.setDevicePixelRatio(ratio);
+    made.fill(palette().color(QPalette::Base));
+    return made;
 }
 
 QRect ElementWidget::device_rect(const QRect& area) const {

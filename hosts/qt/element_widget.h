@@ -37,6 +37,13 @@ public:
     /// What the widget shows just now.
     const QImage& GetPicture() const { return picture; }
 
+    /// For an element that keeps what is costly to draw: a picture of the size and the
+    /// sharpness of the widget, to be drawn into with a painter of its own.
+    QImage MakePicture() const;
+    /// Lays such a picture over what has been painted.
+    /// Duty    called by the DrawContent of an element, before it draws anything else
+    void LayPicture(const QImage& kept);
+
     QSize sizeHint() const override;
 
 protected:
@@ -80,7 +87,8 @@ private:
     std::shared_ptr<Typesetter> typesetter;
     QImage measuring_surface;
     std::unique_ptr<QtPainter> measuring;
-    QImage picture; ///< as many pixels as the screen has there
+    QImage picture;             ///< as many pixels as the screen has there
+    QPainter* direct = nullptr; ///< paints into the picture, while the elements do
     bool pass_due = false;
     bool pressed = false;              ///< a button went down here and has not come up
     std::map<int, QBasicTimer> timers; ///< by the id of the control

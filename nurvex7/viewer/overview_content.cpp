@@ -146,10 +146,7 @@ void COverviewContent::SetCoordSystem(tamsel7::IPainter* painter) {
 }
 
 void COverviewContent::DrawContent(tamsel7::IPainter* painter) {
-    const tamsel7::rectangle<int> area = painter->GetDrawArea();
-    const int background = tamsel7::SysPalette::VIEW_BACKGROUND;
-    painter->SetBrush({tamsel7::GetSysPalette().GetColor(background), 1});
-    painter->FillRect(area.left, area.top, area.right, area.bottom);
+    draw_ground(painter);
     if (graph_of(viewer).get() == nullptr) {
         return;
     }
@@ -158,10 +155,15 @@ void COverviewContent::DrawContent(tamsel7::IPainter* painter) {
     if (std::isfinite(overview_zoom)) {
         draw_nodes(painter);
     }
-    painter->SetPen({FRAME, FRAME_WIDTH, 1});
-    painter->SetBrush({tamsel7::_color(0, 0, 0), 0});
-    painter->Rectangle(view_left, view_top, view_right, view_bottom);
+    draw_frame(painter);
     painter->CancelClip();
+}
+
+void COverviewContent::draw_ground(tamsel7::IPainter* painter) const {
+    const tamsel7::rectangle<int> area = painter->GetDrawArea();
+    const int background = tamsel7::SysPalette::VIEW_BACKGROUND;
+    painter->SetBrush({tamsel7::GetSysPalette().GetColor(background), 1});
+    painter->FillRect(area.left, area.top, area.right, area.bottom);
 }
 
 void COverviewContent::draw_nodes(tamsel7::IPainter* painter) const {
@@ -172,6 +174,12 @@ void COverviewContent::draw_nodes(tamsel7::IPainter* painter) const {
     for (int i = 0; i < owned.GetCount(); ++i) {
         ForEachNodeIn(owned.GetItem(i), draw, false, true);
     }
+}
+
+void COverviewContent::draw_frame(tamsel7::IPainter* painter) const {
+    painter->SetPen({FRAME, FRAME_WIDTH, 1});
+    painter->SetBrush({tamsel7::_color(0, 0, 0), 0});
+    painter->Rectangle(view_left, view_top, view_right, view_bottom);
 }
 
 // Steering

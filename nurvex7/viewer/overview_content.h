@@ -48,7 +48,10 @@ protected:
     void compute_zoom();
     void move_viewer(position cur, position prev);
     void drag_border(position start, position cur, position prev);
+    // The parts of DrawContent.
+    void draw_ground(tamsel7::IPainter* painter) const;
     void draw_nodes(tamsel7::IPainter* painter) const;
+    void draw_frame(tamsel7::IPainter* painter) const;
 
     drag_rubber* shift_rubber = nullptr;
     IViewer* viewer = nullptr;

@@ -242,6 +242,46 @@ TEST_F(ViewWindowTest, TheOverviewMovesAndResizesWhatIsSeen) {
     EXPECT_LT(view().GetScale(), scale * 0.95);
 }
 
+TEST_F(ViewWindowTest, TheOverviewIsPaintedAnewOnlyForAnotherDrawing) {
+    OverviewPane& overview = window.GetOverview();
+    int painted = 0;
+    overview.on_painting = [&painted](bool begins) { painted += begins ? 1 : 0; };
+    const auto paintings_by = [&](const std::function<void()>& work) {
+        painted = 0;
+        work();
+        settle();
+        return painted;
+    };
+    EXPECT_EQ(paintings_by([&] {
+                  drag(view(), {5, 5}, {65, 45});
+                  act("zoom_in");
+                  act("fit");
+                  mouse(view(), QEvent::MouseMove, middle_of(node("mail")), Qt::NoButton, {});
+              }),
+              0);
+    const auto colours = window.palette();
+    QPalette dark = colours;
+    dark.setColor(QPalette::Window, QColor(40, 40, 40));
+    const std::vector<std::function<void()>> changes{
+        [&] { click(middle_of(node("mail"))); },
+        [&] { click(right_port_of(node("payment"))); },
+        [&] { act("undo"); },
+        [&] {
+            view().GetGraph()->GetRoot().MakeLayout();
+            view().GetContent().Invalidate();
+        },
+        [&] { window.setPalette(dark); },
+        [&] { window.resize(window.size() + QSize(40, 60)); },
+        [&] { window.Open(file("shop.txt")); }};
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        EXPECT_GT(paintings_by(changes[i]), 0) << i;
+        const QImage kept = overview.GetPicture().copy();
+        overview.Renew();
+        EXPECT_EQ(paintings_by([&] { view().GetViewer().RenewView(false); }), 1) << i;
+        EXPECT_EQ(overview.GetPicture(), kept) << i;
+    }
+}
+
 TEST_F(ViewWindowTest, FindsNodesAndShowsThemAgain) {
     click(right_port_of(node("payment")));
     ASSERT_EQ(hidden(), "stock mail ");
