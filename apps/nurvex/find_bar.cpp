@@ -33,6 +33,9 @@ FindBar::FindBar(QWidget* parent) : QLineEdit(parent) {
 
 /// Undo and redo stay with the folds: what is typed here is short.
 bool FindBar::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod) {
+        gather(); // before completions are looked up
+    }
     if (event->type() == QEvent::ShortcutOverride) {
         auto* const key = static_cast<QKeyEvent*>(event);
         if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
@@ -44,9 +47,19 @@ bool FindBar::event(QEvent* event) {
 }
 
 void FindBar::SetGraph(const graph_ptr2<Graph>& graph) {
+    searched = graph;
     entries.clear();
+    static_cast<QStringListModel*>(completer()->model())->setStringList({});
+    last_text.clear();
+    next = 0;
+}
+
+void FindBar::gather() {
+    if (searched.get() == nullptr) {
+        return;
+    }
     ForEachNodeIn(
-        graph->GetRoot(),
+        searched->GetRoot(),
         [this](const Node& node) {
             const QString caption = QString::fromStdString(node.GetCaption());
             if (!caption.isEmpty()) {
@@ -54,7 +67,19 @@ void FindBar::SetGraph(const graph_ptr2<Graph>& graph) {
             }
         },
         /*post_order=*/false, /*include_self=*/false);
-    // Nodes compare by id and do not take each other's place: indices are sorted in their stead.
+    searched = {};
+    sort_by_caption();
+    QStringList captions;
+    for (const Entry& entry : entries) {
+        if (captions.isEmpty() || captions.last() != entry.caption) {
+            captions.append(entry.caption);
+        }
+    }
+    static_cast<QStringListModel*>(completer()->model())->setStringList(captions);
+}
+
+/// Nodes compare by id and do not take each other's place: indices are sorted in their stead.
+void FindBar::sort_by_caption() {
     std::vector<std::size_t> order(entries.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
         order[i] = i;
@@ -62,19 +87,12 @@ void FindBar::SetGraph(const graph_ptr2<Graph>& graph) {
     std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
         return entries[a].caption.compare(entries[b].caption, Qt::CaseInsensitive) < 0;
     });
-    QStringList captions;
     std::vector<Entry> sorted;
     sorted.reserve(entries.size());
     for (const std::size_t i : order) {
         sorted.push_back(entries[i]);
-        if (captions.isEmpty() || captions.last() != entries[i].caption) {
-            captions.append(entries[i].caption);
-        }
     }
     entries.swap(sorted);
-    static_cast<QStringListModel*>(completer()->model())->setStringList(captions);
-    last_text.clear();
-    next = 0;
 }
 
 /// A caption that is just the text goes before those that hold it.
@@ -83,6 +101,7 @@ void FindBar::FindNext() {
     if (wanted.isEmpty()) {
         return;
     }
+    gather();
     std::vector<std::size_t> hits;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (entries[i].caption.contains(wanted, Qt::CaseInsensitive)) {

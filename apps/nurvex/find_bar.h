@@ -19,6 +19,8 @@ public:
 
     explicit FindBar(QWidget* parent);
 
+    /// What is looked for is in this graph from now on. Its captions are gathered by the first
+    /// search, or the first key, since many a large graph is only looked at.
     void SetGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph);
     /// The next one that fits, from the beginning again behind the last.
     void FindNext();
@@ -32,7 +34,11 @@ private:
         nurvex7::Node node;
     };
 
-    std::vector<Entry> entries; ///< by caption
+    void gather();
+    void sort_by_caption();
+
+    nurvex7::graph_ptr2<nurvex7::Graph> searched; ///< empty once its captions are gathered
+    std::vector<Entry> entries;                   ///< by caption
     QString last_text;
     std::size_t next = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "apps/nurvex/failure.h"
 #include "apps/nurvex/graph_file.h"
+#include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 #include "nurvex7/platform/tamsel7/painter.h"
 
@@ -125,6 +126,15 @@ graph_ptr2<ViewLayout> lay_out(const graph_ptr2<Graph>& graph, const Spacing& sp
     return layout;
 }
 
+/// The first repaint of a large graph takes seconds for what later ones find done. Here the
+/// dialogue still tells why nothing is to be seen.
+void prepare_first_paint(const graph_ptr2<Graph>& graph) {
+    MarkDrawnIn(graph);
+    const auto corner = graph->GetRoot().GetPosition();
+    graph->HitNodeTest(corner.x, corner.y, corner.x, corner.y);
+    graph->HitEdgeTest(corner.x, corner.y, corner.x, corner.y);
+}
+
 } // namespace
 
 graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spacing,
@@ -145,10 +155,12 @@ OpenedGraph OpenGraphFile(const QString& path, const ViewStyle& style, const Spa
     OpenedGraph opened;
     waiting.Begin(QStringLiteral("Reading %1\u2026").arg(name), 0.3);
     opened.graph = file.Load([&waiting](double part) { waiting.Pause(part); });
-    waiting.Begin(QStringLiteral("Laying out %1\u2026").arg(name), 1);
+    waiting.Begin(QStringLiteral("Laying out %1\u2026").arg(name), 0.9);
     style.Dress(opened.graph, painter);
     opened.layout = lay_out(opened.graph, spacing, painter, waiting);
     opened.milliseconds = opened.layout->TakeMilliseconds();
+    waiting.Begin(QStringLiteral("Preparing the view of %1\u2026").arg(name), 1);
+    prepare_first_paint(opened.graph);
     return opened;
 }
 

@@ -63,10 +63,8 @@ GraphView::GraphView(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void GraphView::ShowGraph(const graph_ptr2<Graph>& graph, ViewLayout& layout) {
-    layout.KeepDrawing(true);
-    viewer->SetGraph(graph);
-    layout.KeepDrawing(false);
+void GraphView::ShowGraph(const graph_ptr2<Graph>& graph) {
+    content->ShowLaidOut(graph);
     ShowWhole();
 }
 

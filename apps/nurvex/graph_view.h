@@ -33,7 +33,7 @@ public:
     nurvex7::graph_ptr2<nurvex7::Graph> GetGraph() const { return viewer->GetGraph(); }
 
     /// Shows a graph that is laid out already.
-    void ShowGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph, ViewLayout& layout);
+    void ShowGraph(const nurvex7::graph_ptr2<nurvex7::Graph>& graph);
     /// The whole drawing where it can be read then, else from where it begins.
     void ShowWhole();
     void SetDragMode(DragMode mode);

@@ -32,6 +32,13 @@ CContent* HoverContent::Make(brevolt7::CVisualElement* parent_element,
     return new HoverContent(parent_element, shown_graph, needs_coord_system);
 }
 
+void HoverContent::ShowLaidOut(graph_ptr2<Graph> laid_out) {
+    graph = laid_out;
+    forget_what_is_gone();
+    left_margin = top_margin = right_margin = bottom_margin = 0;
+    RenewView(true);
+}
+
 void HoverContent::SetScale(double pixels) {
     const QScopedValueRollback mark(scaling, true);
     CContent::SetScale(pixels);

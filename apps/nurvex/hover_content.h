@@ -16,6 +16,9 @@ public:
     static CContent* Make(brevolt7::CVisualElement* parent_element,
                           nurvex7::graph_ptr2<nurvex7::Graph> shown_graph, bool needs_coord_system);
 
+    /// Shows another graph as it stands, where SetGraph would lay it out once more.
+    void ShowLaidOut(nurvex7::graph_ptr2<nurvex7::Graph> laid_out);
+
     /// Tells the handlers what the pointer has left and what it has come to, and paints both anew.
     /// What is under it when it leaves the element is told by HandleMouseLeave. A leaf hides the
     /// edges under it; the ground of a cluster does not.

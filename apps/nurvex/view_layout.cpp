@@ -1,7 +1,5 @@
 #include "apps/nurvex/view_layout.h"
 
-#include "nurvex7/model/moving.h"
-
 #include <utility>
 
 namespace nurvex {
@@ -55,27 +53,16 @@ double ViewLayout::TakeMilliseconds() {
 }
 
 void ViewLayout::Make(Node owner) {
-    if (keeps_drawing) {
-        nurvex7::UnshiftPosition(owner); // as every layout leaves it
-        return;
-    }
     const Stopwatch watch(*this);
     SeriesLayout::Make(owner);
 }
 
 void ViewLayout::Update(Node owner) {
-    if (keeps_drawing) {
-        nurvex7::UnshiftPosition(owner); // as every layout leaves it
-        return;
-    }
     const Stopwatch watch(*this);
     SeriesLayout::Update(owner);
 }
 
 void ViewLayout::Resize(Node owner) {
-    if (keeps_drawing) {
-        return;
-    }
     const Stopwatch watch(*this);
     SeriesLayout::Resize(owner);
 }

@@ -26,10 +26,6 @@ public:
     /// What laying out took since the last question.
     double TakeMilliseconds();
 
-    /// While on, every layout leaves the drawing as it is: a graph that has been laid out already
-    /// is handed to who would lay it out once more.
-    void KeepDrawing(bool keep) { keeps_drawing = keep; }
-
     void Make(nurvex7::Node owner) override;
     void Update(nurvex7::Node owner) override;
     void Resize(nurvex7::Node owner) override;
@@ -41,7 +37,6 @@ private:
     void pause_between(std::vector<phase_t>& phases);
 
     Pause pause;
-    bool keeps_drawing = false;
     int depth = 0;
     int steps_done = 0;
     std::chrono::duration<double, std::milli> spent{0};

@@ -59,7 +59,7 @@ void ViewWindow::show_opened(const OpenedGraph& opened, const QString& file) {
     layout_milliseconds = opened.milliseconds;
     path = file;
     hint->hide();
-    view->ShowGraph(opened.graph, *layout);
+    view->ShowGraph(opened.graph);
     style.Undress(before);
     find->SetGraph(opened.graph);
     setWindowTitle(QStringLiteral("%1 \u2013 nurvex").arg(QFileInfo(file).fileName()));

@@ -6,6 +6,7 @@
 #include "nurvex7/model/queries.h"
 
 #include <QApplication>
+#include <QCompleter>
 #include <QContextMenuEvent>
 #include <QDir>
 #include <QDockWidget>

@@ -303,6 +303,12 @@ TEST_F(ViewWindowTest, FindsNodesAndShowsThemAgain) {
     EXPECT_EQ(selected(), "payment ");
     act("to_parent");
     EXPECT_EQ(selected(), "basket ");
+
+    ASSERT_TRUE(window.Open(file("shop.txt")));
+    window.GetFindBar().clear();
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_O, Qt::NoModifier, "o");
+    QApplication::sendEvent(&window.GetFindBar(), &key);
+    EXPECT_EQ(window.GetFindBar().completer()->completionCount(), 3) << "shop, stock, browser";
 }
 
 /// Small drawings are shown whole, large ones at a readable scale from their first node on,
@@ -338,7 +344,7 @@ TEST_F(ViewWindowTest, OpensWhereADrawingBegins) {
 
 TEST_F(ViewWindowTest, AnOpeningCanBeCancelledInEachStage) {
     const QPoint stands = corner_of(node("payment"));
-    for (const char* stage : {"Checking", "Reading", "Laying out"}) {
+    for (const char* stage : {"Checking", "Reading", "Laying out", "Preparing"}) {
         QTimer impatient;
         QObject::connect(&impatient, &QTimer::timeout, [this, stage] {
             auto* const waiting = window.findChild<QProgressDialog*>();
