@@ -24,7 +24,8 @@ namespace nurvex7 {
 /// Duty    nothing is added or erased while a walk runs
 template <typename T>
 class IdMap {
-    static constexpr int PAGE_BITS = 4;
+    // Large records often stand alone among the ids around them: their pages are short.
+    static constexpr int PAGE_BITS = sizeof(T) > 64 ? 2 : 4;
     static constexpr int PAGE_SIZE = 1 << PAGE_BITS;
     static constexpr std::size_t SPARE_PAGES = 8; ///< empty pages that are kept for the next ids
 
