@@ -62,8 +62,8 @@ int SeriesLayout::LevelOf(const Node& node) const {
     if (records == cluster_info.end()) {
         return -1;
     }
-    const auto* const entry = records->second.node_info.find(node.GetID());
-    return entry != nullptr ? entry->second.level : -1;
+    const NodeInfo* const record = records->second.node_info.find(node);
+    return record != nullptr ? record->level : -1;
 }
 
 bool SeriesLayout::stood_before(const Node& node) {

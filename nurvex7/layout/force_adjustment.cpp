@@ -99,7 +99,7 @@ int IncLayout::ForceField::find_or_enter(const Node& node) {
 }
 
 void IncLayout::ForceField::gather_neighbours(bool old_only) {
-    places.for_each_record(layout.local_info.node_info, own,
+    places.for_each_record(layout.local_info.node_info.get_map(), own,
                            [&](std::size_t place, const LocalNodeInfo& info) {
                                gather(place, info.in_neighbours, false, in);
                                gather(place, info.out_neighbours, old_only, out);

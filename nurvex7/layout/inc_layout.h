@@ -125,6 +125,7 @@ protected:
 
     // Marks and level table (level_table.cpp)
     void mark_old();
+    void mark_bends_old(const BreakRun& bends);
     void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
     void shift_old_levels();
     void shift_level_table(int k, int longest);

@@ -2,6 +2,7 @@
 
 #include "nurvex7/export.h"
 #include "nurvex7/foundation/id_map.h"
+#include "nurvex7/layout/node_records.h"
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
@@ -105,22 +106,18 @@ struct LocalEdgeInfo {
 
 /// A side table of a layout: a record for each node and each edge that was ever asked for.
 ///
-/// Order   walks go by ascending id
 /// Keeps   a record holds its node or edge alive until the table is cleared; references to records
 ///         stay valid while records are added
 template <typename N, typename E>
 class GraphInfoStore {
 public:
-    using node_entry = std::pair<const Node, N>;
     using edge_entry = std::pair<const Edge, E>;
 
     /// The record, made from the default where there is none.
     ///
     /// Deliberate: asking leaves an entry behind. What the store of an owner holds is what the next
     /// Update takes back to its owner's coordinates.
-    N& GetInfo(const Node& node) {
-        return node_info.find_or_make(node.GetID(), node, default_node).second;
-    }
+    N& GetInfo(const Node& node) { return node_info.find_or_make(node, default_node); }
     E& GetInfo(const Edge& edge) {
         return edge_info.find_or_make(edge.GetID(), edge, default_edge).second;
     }
@@ -133,7 +130,7 @@ public:
         edge_info.clear();
     }
 
-    IdMap<node_entry> node_info;
+    NodeRecords<N> node_info;
     IdMap<edge_entry> edge_info;
     N default_node{};
     E default_edge{};

@@ -54,13 +54,22 @@ void IncLayout::mark_old() {
                 continue;
             }
             (*cur_info)[pair.edge].is_old = true;
-            const BreakRun bends(pair.edge, pair.node.GetOwner());
-            for (int i = 0; i < bends.get_count(); ++i) {
-                NodeInfo& bend = (*cur_info)[bends.at(i)];
-                bend.is_old = true;
-                bend.was_hidden = false;
-            }
+            mark_bends_old(BreakRun(pair.edge, pair.node.GetOwner()));
         }
+    }
+}
+
+void IncLayout::mark_bends_old(const BreakRun& bends) {
+    const auto mark = [](NodeInfo& bend) {
+        bend.is_old = true;
+        bend.was_hidden = false;
+    };
+    if (BreakNodes* const run = bends.get_nodes()) {
+        cur_info->node_info.for_each_in(*run, bends.get_vis(), cur_info->default_node, mark);
+        return;
+    }
+    for (int i = 0; i < bends.get_count(); ++i) {
+        mark((*cur_info)[bends.at(i)]);
     }
 }
 
@@ -78,8 +87,8 @@ void IncLayout::resize_epilogue() {
 
 // A node that comes back from hidden is as new as one just added, but for its level.
 bool IncLayout::_is_new(const Node& node) {
-    const node_store::node_entry* const found = old_info.node_info.find(node.GetID());
-    const NodeInfo& old = found != nullptr ? found->second : old_info.default_node;
+    const NodeInfo* const found = old_info.node_info.find(node);
+    const NodeInfo& old = found != nullptr ? *found : old_info.default_node;
     return !old.is_old || old.was_hidden;
 }
 
@@ -125,8 +134,7 @@ void IncLayout::shift_old_levels() {
             level_nodes[i] = level_nodes[i - static_cast<std::size_t>(k)];
         }
     }
-    cur_info->node_info.for_each(
-        [k](int, node_store::node_entry& entry) { entry.second.level += k; });
+    cur_info->node_info.for_each([k](NodeInfo& info) { info.level += k; });
     // New nodes at the other end too: as far as the nodes that will be placed need it, no further.
     for (const Node& n : nodes) {
         if (!IsFlagSet(n, NODE_HIDDEN) && _is_new(n)) {

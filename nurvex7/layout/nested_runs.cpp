@@ -131,9 +131,9 @@ void IncLayout::remember_old_drawing(const Node& owner) {
     cur_info->clear();
     // A node that met a Resize before it ever had a level comes out of it as old, on no level. It
     // has nothing to be restored to, so it counts as new.
-    old_info.node_info.for_each([&](int, node_store::node_entry& entry) {
-        if (entry.second.level < 0) {
-            entry.second = old_info.default_node;
+    old_info.node_info.for_each([&](NodeInfo& info) {
+        if (info.level < 0) {
+            info = old_info.default_node;
         }
     });
 }
@@ -145,11 +145,14 @@ void IncLayout::take_old_drawing_back(const Node& owner) {
     const tamsel7::size<double> size =
         handler.get() != nullptr ? handler->GetSize(owner) : tamsel7::size<double>();
     const tamsel7::point<double> pos = owner.GetPosition();
-    old_info.node_info.for_each([&](int, node_store::node_entry& entry) {
-        Node node = entry.first;
-        const tamsel7::point<double> p = node.GetPosition();
-        node.SetPosition(p.x - pos.x, p.y - pos.y - size.height);
-    });
+    const auto taken_back = [&](const tamsel7::point<double>& p) {
+        return tamsel7::point<double>{p.x - pos.x, p.y - pos.y - size.height};
+    };
+    old_info.node_info.for_each_node(
+        [&](Node node) { node.SetPosition(taken_back(node.GetPosition())); },
+        [&](BreakNodes& run, int i) {
+            run.set_place_of(run.own_node(i), taken_back(run.own_place(i)));
+        });
 }
 
 std::span<const NodeEdgePair> IncLayout::children_of(const Node& node) {

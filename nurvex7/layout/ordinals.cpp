@@ -15,7 +15,7 @@ Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_stor
             y.push_back(n.GetPosition().y);
         });
     }
-    places.for_each_record(local_info.node_info, y.size(),
+    places.for_each_record(local_info.node_info.get_map(), y.size(),
                            [&](std::size_t place, const LocalNodeInfo& info) {
                                gather(place, info.in_neighbours, places, in);
                                gather(place, info.out_neighbours, places, out);

@@ -81,9 +81,8 @@ private:
     bool takes_part(const Node& n) const { return keep_hidden || !IsFlagSet(n, NODE_HIDDEN); }
 
     NodeInfo record_of(const Node& n) const {
-        const store::node_entry* const entry =
-            records != nullptr ? records->node_info.find(n.GetID()) : nullptr;
-        return entry != nullptr && entry->second.level >= 0 ? entry->second : NodeInfo();
+        const NodeInfo* const record = records != nullptr ? records->node_info.find(n) : nullptr;
+        return record != nullptr && record->level >= 0 ? *record : NodeInfo();
     }
 
     bool is_old(const Edge& e) const {

@@ -86,8 +86,9 @@ graph_ptr<BreakNodes> BreakNodes::Make(const graph_ptr<IEdgeImpl>& edge, Default
                                        int count) {
     static_assert(alignof(DummyNodeImpl) <= alignof(point) &&
                   sizeof(BreakNodes) % alignof(point) == 0);
-    const std::size_t size = sizeof(BreakNodes) + static_cast<std::size_t>(count) *
-                                                      (sizeof(point) + sizeof(DummyNodeImpl));
+    const auto n = static_cast<std::size_t>(count);
+    const std::size_t size =
+        sizeof(BreakNodes) + n * (sizeof(point) + sizeof(DummyNodeImpl)) + bytes_of_notes(n);
     return ::new (::operator new(size)) BreakNodes(edge, store, count);
 }
 
@@ -119,6 +120,22 @@ BreakNodes::~BreakNodes() {
 // Called in place of the destructor: a break node that somebody holds needs the memory still.
 void BreakNodes::operator delete(BreakNodes* gone, std::destroying_delete_t) {
     gone->let_go();
+}
+
+// A run that has been let go is nobody's to keep any more.
+BreakNodes::Notes BreakNodes::take_notes(const void* holder) {
+    const auto free = std::find(holders.begin(), holders.end(), nullptr);
+    if (free == holders.end() || ref_count == 0) {
+        return Notes();
+    }
+    *free = holder;
+    const Notes taken = notes(static_cast<int>(free - holders.begin()));
+    std::fill_n(taken.present, count, static_cast<unsigned char>(0));
+    return taken;
+}
+
+void BreakNodes::drop_notes(const void* holder) {
+    std::replace(holders.begin(), holders.end(), holder, static_cast<const void*>(nullptr));
 }
 
 void BreakNodes::let_go() {

@@ -5,6 +5,7 @@
 #include "nurvex7/model/topology.h"
 #include "nurvex7/platform/tamsel7/geometry.h"
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -24,8 +25,8 @@ struct BreakNodeList {
 /// The break nodes of one edge inside one owner, and where they stand.
 ///
 /// Layouts make break nodes by the million, and go through them run by run and not one by one. So a
-/// run is one piece of memory: itself, then the places, then the nodes. What is appended later
-/// stands in a piece of its own.
+/// run is one piece of memory: itself, the places, room for the notes of two tables, the nodes.
+/// What is appended later stands in a piece of its own.
 ///
 /// Space   graph; owner-relative inside a layout run
 /// Order   as they were made; ids descend
@@ -60,6 +61,37 @@ public:
         node.run->set_place_of(node, value);
     }
     void shift(const point& by);
+    /// Calls `f(piece)` for this piece and those that were appended.
+    template <typename F>
+    void for_each_piece(F f) {
+        f(*this);
+        for (const graph_ptr<BreakNodes>& piece : appended) {
+            f(*piece);
+        }
+    }
+
+    // Of this very piece. Duty: 0 <= index < get_own_count()
+    int get_own_count() const { return count; }
+    DummyNodeImpl& own_node(int index) { return nodes()[index]; }
+    const point& own_place(int index) const { return places()[index]; }
+
+    /// What somebody notes of each node of a piece, in NOTE_SIZE bytes: which nodes have a note,
+    /// and the notes. Deliberate: what the bytes mean is his business alone.
+    struct Notes {
+        std::byte* bytes = nullptr;
+        unsigned char* present = nullptr;
+
+        explicit operator bool() const { return bytes != nullptr; }
+    };
+    static constexpr std::size_t NOTE_SIZE = 8;
+    /// The notes of a holder; none where he has taken no room here.
+    Notes find_notes(const void* holder) {
+        return holders[0] == holder ? notes(0) : holders[1] == holder ? notes(1) : Notes();
+    }
+    /// Room for a holder, who has none here yet; none where it is all taken. Duty: the holder keeps
+    /// the run until he drops his notes
+    Notes take_notes(const void* holder);
+    void drop_notes(const void* holder);
 
     // Of a node that stands in this very piece.
     point place_of(const DummyNodeImpl& node) const { return places()[node.index]; }
@@ -108,9 +140,23 @@ private:
 
     BreakNodes(const graph_ptr<IEdgeImpl>& of_edge, DefaultGraphVis* of_store, int how_many);
 
+    // The parts of the memory behind this object.
+    static std::size_t bytes_of_notes(std::size_t n) {
+        return 2 * n * NOTE_SIZE + (2 * n + 7) / 8 * 8;
+    }
     point* places() { return reinterpret_cast<point*>(this + 1); }
     const point* places() const { return reinterpret_cast<const point*>(this + 1); }
-    DummyNodeImpl* nodes() { return reinterpret_cast<DummyNodeImpl*>(places() + count); }
+    std::byte* all_notes() { return reinterpret_cast<std::byte*>(places() + count); }
+    Notes notes(int which) {
+        const auto n = static_cast<std::size_t>(count);
+        const auto of = static_cast<std::size_t>(which);
+        return Notes{all_notes() + of * n * NOTE_SIZE,
+                     reinterpret_cast<unsigned char*>(all_notes() + 2 * n * NOTE_SIZE + of * n)};
+    }
+    DummyNodeImpl* nodes() {
+        return reinterpret_cast<DummyNodeImpl*>(all_notes() +
+                                                bytes_of_notes(static_cast<std::size_t>(count)));
+    }
     DummyNodeImpl& at_appended(int index);
     void leave_index();
     void let_go();
@@ -121,6 +167,7 @@ private:
     int held = 0;    ///< break nodes that outlive the run
     bool indexed = false;
     DefaultGraphVis* store;
+    std::array<const void*, 2> holders{}; ///< of the notes
     graph_ptr<IEdgeImpl> edge;
     graph_ptr<edge_impl_vector> edge_set; ///< null until asked for
     std::vector<graph_ptr<BreakNodes>> appended;

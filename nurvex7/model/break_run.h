@@ -30,6 +30,9 @@ public:
     int get_count() const { return count; }
     /// Duty: 0 <= index < get_count()
     Node at(int index) const { return Node(vis, impl_at(index)); }
+    /// The run, where it is one of this store; null otherwise.
+    BreakNodes* get_nodes() const { return own_places ? nodes : nullptr; }
+    const graph_ptr<IGraphVis>& get_vis() const { return vis; }
     int id_at(int index) const {
         return nodes != nullptr ? nodes->id_at(index) : held->GetItem(index)->get_id();
     }

@@ -1,0 +1,186 @@
+#pragma once
+
+#include "nurvex7/foundation/id_map.h"
+#include "nurvex7/model/node.h"
+
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace nurvex7 {
+
+/// The records that a table keeps of nodes.
+///
+/// Layouts keep a few bytes of every break node, of which there are millions. Such a record lies in
+/// the memory of its run, where a walk along the run finds it beside the places; a record of any
+/// other node, or one that is too large, lies in a map by id.
+///
+/// Keeps   the nodes of its records alive, break nodes with their whole run; references to records
+///         stay valid while records are added
+template <typename N>
+class NodeRecords {
+public:
+    using entry = std::pair<const Node, N>;
+
+    NodeRecords() = default;
+    NodeRecords(const NodeRecords&) = delete;
+    NodeRecords(NodeRecords&& other) noexcept { swap(other); }
+    NodeRecords& operator=(NodeRecords&& other) noexcept {
+        clear();
+        swap(other);
+        return *this;
+    }
+    ~NodeRecords() { clear(); }
+
+    void swap(NodeRecords& other) noexcept {
+        std::swap(vis, other.vis);
+        by_id.swap(other.by_id);
+        runs.swap(other.runs);
+        tag.swap(other.tag);
+        std::swap(has_bends_by_id, other.has_bends_by_id);
+    }
+
+    void clear() {
+        for (const graph_ptr<BreakNodes>& run : runs) {
+            run->drop_notes(tag.get());
+        }
+        runs.clear();
+        by_id.clear();
+        has_bends_by_id = false;
+        vis.reset();
+    }
+
+    /// Null where there is none.
+    N* find(const Node& node) {
+        const INodeImpl& impl = *node.get_impl();
+        if constexpr (FITS_IN_RUN) {
+            if (impl.run != nullptr && tag != nullptr) {
+                const auto& bend = static_cast<const DummyNodeImpl&>(impl);
+                if (const BreakNodes::Notes notes = impl.run->find_notes(tag.get())) {
+                    if (notes.present[bend.index] != 0) {
+                        return record_in(notes, bend.index);
+                    }
+                }
+                if (!has_bends_by_id) {
+                    return nullptr;
+                }
+            }
+        }
+        entry* const found = by_id.find(node.GetID());
+        return found != nullptr ? &found->second : nullptr;
+    }
+    const N* find(const Node& node) const { return const_cast<NodeRecords*>(this)->find(node); }
+
+    N& find_or_make(const Node& node, const N& initial) {
+        if constexpr (FITS_IN_RUN) {
+            INodeImpl& impl = *node.get_impl();
+            if (impl.run != nullptr) {
+                if (const BreakNodes::Notes notes = notes_in(*impl.run, node.get_vis())) {
+                    return record_in(notes, static_cast<const DummyNodeImpl&>(impl).index, initial);
+                }
+                has_bends_by_id = true;
+            }
+        }
+        return by_id.find_or_make(node.GetID(), node, initial).second;
+    }
+
+    /// Calls `f(record)` for every break node of a run, whose records are made where there are
+    /// none.
+    ///
+    /// Order   that of the run
+    template <typename F>
+    void for_each_in(BreakNodes& run, const graph_ptr<IGraphVis>& store, const N& initial, F f) {
+        static_assert(FITS_IN_RUN);
+        run.for_each_piece([&](BreakNodes& piece) {
+            const BreakNodes::Notes notes = notes_in(piece, store);
+            for (int i = 0; i < piece.get_own_count(); ++i) {
+                f(notes ? record_in(notes, i, initial)
+                        : find_or_make(Node(store, &piece.own_node(i)), initial));
+            }
+        });
+    }
+
+    /// Calls `f(record)` for every record. Order: none
+    template <typename F>
+    void for_each(F f) {
+        by_id.for_each([&](int, entry& e) { f(e.second); });
+        for_each_bend([&](BreakNodes&, int, N& record) { f(record); });
+    }
+
+    /// Calls `on_node(node)` or `on_bend(piece, index)` for every node that has a record, the
+    /// latter for the break nodes whose records lie in their runs. Order: none
+    template <typename F, typename G>
+    void for_each_node(F on_node, G on_bend) {
+        by_id.for_each([&](int, entry& e) { on_node(e.first); });
+        for_each_bend([&](BreakNodes& piece, int index, N&) { on_bend(piece, index); });
+    }
+
+    /// The records by id, for tables whose records are too large to lie in runs.
+    IdMap<entry>& get_map() {
+        static_assert(!FITS_IN_RUN);
+        return by_id;
+    }
+
+private:
+    static constexpr bool FITS_IN_RUN =
+        sizeof(N) <= BreakNodes::NOTE_SIZE && std::is_trivially_copyable_v<N>;
+
+    static N* record_in(const BreakNodes::Notes& notes, int index) {
+        return reinterpret_cast<N*>(notes.bytes +
+                                    static_cast<std::size_t>(index) * BreakNodes::NOTE_SIZE);
+    }
+    static N& record_in(const BreakNodes::Notes& notes, int index, const N& initial) {
+        N* const record = record_in(notes, index);
+        if (notes.present[index] == 0) {
+            notes.present[index] = 1;
+            std::construct_at(record, initial);
+        }
+        return *record;
+    }
+
+    /// Where the records of a piece lie; nothing where they have to go by id: other tables have
+    /// taken all the room, or the places are not those of this store.
+    BreakNodes::Notes notes_in(BreakNodes& piece, const graph_ptr<IGraphVis>& store) {
+        if (tag == nullptr) {
+            tag = std::make_unique<char>();
+        }
+        if (const BreakNodes::Notes known = piece.find_notes(tag.get())) {
+            return known;
+        }
+        if (vis.get() == nullptr) {
+            vis = store;
+        }
+        if (vis.get() != store.get() || piece.get_store() != store.get()) {
+            return {};
+        }
+        const BreakNodes::Notes taken = piece.take_notes(tag.get());
+        if (taken) {
+            runs.push_back(&piece);
+        }
+        return taken;
+    }
+
+    template <typename F>
+    void for_each_bend(F f) {
+        if constexpr (FITS_IN_RUN) {
+            for (const graph_ptr<BreakNodes>& piece : runs) {
+                const BreakNodes::Notes notes = piece->find_notes(tag.get());
+                for (int i = 0; i < piece->get_own_count(); ++i) {
+                    if (notes.present[i] != 0) {
+                        f(*piece, i, *record_in(notes, i));
+                    }
+                }
+            }
+        }
+    }
+
+    graph_ptr<IGraphVis> vis; ///< whose break nodes have their records in runs; null before any
+    IdMap<entry> by_id;
+    std::vector<graph_ptr<BreakNodes>> runs; ///< the pieces that hold records
+    std::unique_ptr<char> tag;               ///< what the records in runs are found by
+    bool has_bends_by_id = false;
+};
+
+} // namespace nurvex7
