@@ -2,6 +2,7 @@
 
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
+#include "nurvex7/layout/run_nodes.h"
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
 

@@ -17,6 +17,7 @@ namespace nurvex7 {
 class BreakRun;
 class LevelGraph;
 class Ordinals;
+class RunNodes;
 struct NodeByAdjacentYComparator;
 
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
@@ -131,7 +132,6 @@ protected:
     void shift_level_table(int k, int longest);
     void place_new_nodes();
     bool _is_new(const Node& node);
-    bool is_new_edge(const Node& node, const NodeEdgePair& pair);
 
     // Crossing reduction (crossing_reduction.cpp)
     void barycentric_adjust();
@@ -265,10 +265,13 @@ private:
     template <typename F>
     auto with_level_graph(const std::vector<Node>& list, F f);
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
+    std::unique_ptr<RunNodes> make_run_nodes() const;
+    void restore_chain(const Node& tail, const Edge& edge, bool reversed);
 
     std::size_t forget_at = 16;                ///< so many tables call for a look at their owners
     std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<LevelGraph> level_graph;   ///< per phase of the level assignment
+    std::unique_ptr<RunNodes> run_nodes;       ///< per restore_old_levels
     std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
     int served_id = NOBODY;                    ///< the owner whose inside has been served already
 };

@@ -1,10 +1,12 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/run_nodes.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <memory>
 
 namespace nurvex7 {
 
@@ -92,13 +94,6 @@ bool IncLayout::_is_new(const Node& node) {
     return !old.is_old || old.was_hidden;
 }
 
-// An edge that was recorded while an end of it had no level yet never got a chain.
-bool IncLayout::is_new_edge(const Node& n, const NodeEdgePair& pair) {
-    const node_store::edge_entry* const found = old_info.edge_info.find(pair.edge.GetID());
-    const EdgeInfo& old = found != nullptr ? found->second : old_info.default_edge;
-    return !old.is_old || old_info[n].level < 0 || old_info[pair.node].level < 0;
-}
-
 // Records that a stands before b on the edge; a is on the lower level.
 void IncLayout::mark_as_neighbours(const Node& a, const Node& b, const Edge& edge) {
     local_info[a].out_neighbours.push_back(NodeEdgePair{b, edge});
@@ -157,18 +152,23 @@ void IncLayout::shift_level_table(int k, int longest) {
 // Puts every new node on its level and has the dummy chains of all new edges built, also of those
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
-    for (const Node& n : nodes) {
-        if (IsFlagSet(n, NODE_HIDDEN)) {
+    const std::unique_ptr<const RunNodes> run = make_run_nodes();
+    for (int i = 0; i < run->get_count(); ++i) {
+        const RunNodes::Past& past = run->at(i);
+        if (past.hidden) {
             continue;
         }
-        if (_is_new(n)) {
+        const Node& n = nodes[static_cast<std::size_t>(i)];
+        if (past.is_new()) {
             level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
             insert_dummy_nodes_inout(n, ORDER_IN);
             insert_dummy_nodes_inout(n, ORDER_OUT);
         }
-        for (const NodeEdgePair& pair : children_of(n)) {
-            if (!IsFlagSet(pair.node, NODE_HIDDEN) && is_new_edge(n, pair)) {
-                insert_dummy_nodes_between(n, pair.node, pair.edge);
+        for (const RunNodes::Link& link : run->children_of(i)) {
+            const RunNodes::Past head = run->at_place(link.node);
+            if (!head.hidden && run->is_new_edge(past, link, head)) {
+                insert_dummy_nodes_between(n, structure->NodeAt(link.node),
+                                           structure->EdgeAt(link.edge));
             }
         }
     }

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "nurvex7/layout/layout_records.h"
+#include "nurvex7/model/flags.h"
+#include "nurvex7/model/structure_index.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace nurvex7 {
+
+/// The nodes of a run in numbers, with what the run before knew of each, for one phase.
+///
+/// An Update comes past every node and every edge of what stands, mostly to find that nothing has
+/// happened to it. So the records of the nodes are looked up once, in their order, and the edges
+/// are followed in the numbers of the kept answers.
+///
+/// Duty    the structure, the flags and the records stand still, and nobody else numbers places,
+///         while this is in use
+class RunNodes {
+public:
+    using node_store = GraphInfoStore<NodeInfo, EdgeInfo>;
+    using Link = StructureIndex::Link;
+
+    struct Past {
+        NodeInfo info;
+        bool hidden; ///< now
+
+        bool is_new() const { return !info.is_old || info.was_hidden; }
+    };
+
+    RunNodes(const StructureIndex& answers, const std::vector<Node>& list, const node_store& old)
+        : index(answers), records(old) {
+        places.reserve(list.size());
+        past.reserve(list.size());
+        for (const Node& node : list) {
+            const int place = index.FindPlace(node);
+            if (place >= 0) {
+                index.NoteOfPlace(place) = get_count();
+            }
+            places.push_back(place);
+            past.push_back(past_of(node));
+        }
+    }
+
+    int get_count() const { return static_cast<int>(places.size()); }
+    /// The number of the node at a place; -1 for one that is not of the list, and for no place.
+    int number_of(int place) const {
+        if (place < 0) {
+            return -1;
+        }
+        const int note = index.NoteOfPlace(place);
+        return note < get_count() && places[static_cast<std::size_t>(note)] == place ? note : -1;
+    }
+    const Past& at(int i) const { return past[static_cast<std::size_t>(i)]; }
+    /// Also of a node that is not of the list: answers name those of another graph.
+    Past at_place(int place) const {
+        const int i = number_of(place);
+        return i >= 0 ? at(i) : past_of(index.NodeAt(place));
+    }
+
+    std::span<const Link> children_of(int i) const {
+        return index.ChildLinks(places[static_cast<std::size_t>(i)]);
+    }
+    std::span<const Link> parents_of(int i) const {
+        return index.ParentLinks(places[static_cast<std::size_t>(i)]);
+    }
+
+    /// An edge that was recorded while an end of it had no level yet never got a chain.
+    bool is_new_edge(const Past& tail, const Link& link, const Past& head) const {
+        const node_store::edge_entry* const found =
+            records.edge_info.find(index.EdgeAt(link.edge).GetID());
+        const EdgeInfo& old = found != nullptr ? found->second : records.default_edge;
+        return !old.is_old || tail.info.level < 0 || head.info.level < 0;
+    }
+
+private:
+    Past past_of(const Node& node) const {
+        const node_store::node_entry* const found = records.node_info.find(node.GetID());
+        const bool hidden = (node.GetCondition() & NODE_HIDDEN) != 0;
+        return {found != nullptr ? found->second : records.default_node, hidden};
+    }
+
+    const StructureIndex& index;
+    const node_store& records;
+    std::vector<int> places; ///< -1 where the answers do not cover the node
+    std::vector<Past> past;
+};
+
+} // namespace nurvex7
