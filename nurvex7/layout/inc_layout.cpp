@@ -54,7 +54,7 @@ void IncLayout::Init(double level_gap_, double node_gap_, double edge_gap_, doub
                          {
                              &IncLayout::restore_old_levels,           // old_drawing.cpp
                              &IncLayout::make_y_shifts,                // vertical_placement.cpp
-                             &IncLayout::determine_new_nodes_levels,   // level_assignment.cpp
+                             &IncLayout::determine_new_nodes_levels,   // new_levels.cpp
                              &IncLayout::place_nodes_on_levels,        // dummy_nodes.cpp
                              &IncLayout::calculate_new_nodes_y_coords, // new_nodes.cpp
                              &IncLayout::calculate_x_coords,           // coordinates.cpp

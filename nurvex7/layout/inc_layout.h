@@ -101,7 +101,6 @@ protected:
 
     // Level assignment (level_assignment.cpp)
     void determine_levels();
-    void determine_new_nodes_levels();
     void find_connectivity_components(std::vector<Node>* list,
                                       std::vector<std::vector<Node>>* components);
     void collect_connectivity_component(Node start, std::vector<Node>* component);
@@ -113,6 +112,9 @@ protected:
     void mark_levels(std::vector<Node>* list);
     void set_node_level(const Node& node, int level);
     void tighten_start_nodes(std::vector<Node>* starts);
+
+    // Levels of new nodes (new_levels.cpp)
+    void determine_new_nodes_levels();
     void mark_new_nodes_levels(std::vector<Node>* component);
 
     // Dummy nodes (dummy_nodes.cpp)
@@ -266,6 +268,10 @@ private:
     auto with_level_graph(const std::vector<Node>& list, F f);
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
     std::unique_ptr<RunNodes> make_run_nodes() const;
+    bool assign_levels_by_groups();
+    void assign_new_levels(std::vector<Node>& component, bool all_new);
+    void mark_edges_by_level(const std::vector<Node>& list);
+    void set_direction(int edge_number, bool flat, bool reversed);
     void restore_chain(const Node& tail, const Edge& edge, bool reversed);
 
     std::size_t forget_at = 16;                ///< so many tables call for a look at their owners

@@ -1,12 +1,12 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/level_graph.h"
+#include "nurvex7/layout/run_nodes.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstddef>
-#include <deque>
 #include <memory>
 #include <span>
 #include <utility>
@@ -31,33 +31,6 @@ void IncLayout::determine_levels() {
     }
     mark_reversed_edges(&nodes, true);
     mark_levels(&nodes);
-    mark_reversed_edges(&nodes, false);
-    level_graph.reset();
-}
-
-// The same for an update: old nodes keep their level. A component in which all is new is laid out
-// as in a full run.
-//
-// Reads   nodes, old_info, level of cur_info as restored
-// Writes  as determine_levels
-// Needs   restore_old_levels before it
-// Leaves  a level for every node; 0 for one that goes before the old first level
-// Space   none
-void IncLayout::determine_new_nodes_levels() {
-    level_graph = make_level_graph(nodes);
-    std::vector<std::vector<Node>> components;
-    find_connectivity_components(&nodes, &components);
-    for (std::vector<Node>& component : components) {
-        const bool all_new = std::all_of(component.begin(), component.end(),
-                                         [this](const Node& n) { return _is_new(n); });
-        if (all_new) {
-            enumerate_connectivity_component(&component);
-            mark_reversed_edges(&component, true);
-            mark_levels(&component);
-        } else {
-            mark_new_nodes_levels(&component);
-        }
-    }
     mark_reversed_edges(&nodes, false);
     level_graph.reset();
 }
@@ -181,6 +154,10 @@ int IncLayout::_degree_ex(const Node& node, bool LocalEdgeInfo::*member, Order o
 }
 
 void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
+    if (level_graph == nullptr && !by_order) {
+        mark_edges_by_level(*list);
+        return;
+    }
     with_level_graph(*list, [&](LevelGraph& graph) {
         const auto place = [&](int i) {
             return by_order ? graph.local_record(i).order : graph.level_record(i).level;
@@ -200,6 +177,45 @@ void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
             }
         }
     });
+}
+
+// Most edges of a drawing run forwards, and most have no record yet, which says the same.
+void IncLayout::mark_edges_by_level(const std::vector<Node>& list) {
+    const RunNodes run(*structure, list, old_info);
+    std::vector<int> levels;
+    levels.reserve(list.size());
+    for (int i = 0; i < run.get_count(); ++i) {
+        const bool left_out = run.at(i).hidden && !keep_hidden;
+        levels.push_back(left_out ? 0 : (*cur_info)[list[static_cast<std::size_t>(i)]].level);
+    }
+    const auto level_at = [&](int place) {
+        const int i = run.number_of(place);
+        return i >= 0 ? levels[static_cast<std::size_t>(i)]
+                      : (*cur_info)[structure->NodeAt(place)].level;
+    };
+    for (int i = 0; i < run.get_count(); ++i) {
+        if (run.at(i).hidden && !keep_hidden) {
+            continue;
+        }
+        const int here = levels[static_cast<std::size_t>(i)];
+        for (const RunNodes::Link& link : run.children_of(i)) {
+            if (keep_hidden || !run.at_place(link.node).hidden) {
+                const int there = level_at(link.node);
+                set_direction(link.edge, here == there, here > there);
+            }
+        }
+    }
+}
+
+void IncLayout::set_direction(int edge_number, bool flat, bool reversed) {
+    const Edge& edge = structure->EdgeAt(edge_number);
+    local_store::edge_entry* const known =
+        local_info.edge_info.empty() ? nullptr : local_info.edge_info.find(edge.GetID());
+    if (known != nullptr || flat || reversed) {
+        LocalEdgeInfo& info = known != nullptr ? known->second : local_info[edge];
+        info.flat = flat;
+        info.reversed = reversed;
+    }
 }
 
 namespace {
@@ -346,76 +362,6 @@ void IncLayout::tighten_start_nodes(std::vector<Node>* starts) {
             }
         }
     });
-}
-
-namespace {
-
-// The level between the lowest and the highest of both sides on which the fewest edges would fail
-// to run forwards; among equals the lowest. Both sides are in ascending order.
-int _cheapest_level(const std::vector<int>& parents, const std::vector<int>& children) {
-    const int lo = std::min(parents.front(), children.front());
-    const int hi = std::max(parents.back(), children.back());
-    const auto at = [lo](int level) { return static_cast<std::size_t>(level - lo); };
-    std::vector<int> change(at(hi) + 2, 0); // of the penalty from one level to the next
-    for (const int c : children) {
-        ++change[at(c)];
-    }
-    for (const int p : parents) {
-        ++change[0];
-        --change[at(p) + 1];
-    }
-    int best = lo;
-    int penalty = 0;
-    int lowest = INT_MAX;
-    for (int level = lo; level <= hi; ++level) {
-        penalty += change[at(level)];
-        if (penalty < lowest) {
-            lowest = penalty;
-            best = level;
-        }
-    }
-    return best;
-}
-
-} // namespace
-
-// New nodes go beside their old neighbours, first come, first served.
-//
-// Deliberate: a node without an old neighbour goes back to the queue, for ever if need be. The
-// caller adds nodes so that each has an old neighbour, or so that its whole component is new.
-void IncLayout::mark_new_nodes_levels(std::vector<Node>* component) {
-    std::deque<Node> queue;
-    for (const Node& n : *component) {
-        if (!passed_over(n) && !old_info[n].is_old) {
-            queue.push_back(n);
-        }
-    }
-    const auto old_levels = [&](std::span<const NodeEdgePair> pairs) {
-        std::vector<int> levels;
-        for (const NodeEdgePair& pair : pairs) {
-            const NodeInfo& old = old_info[pair.node];
-            if (!passed_over(pair.node) && old.is_old && !old.was_hidden) {
-                levels.push_back(old.level);
-            }
-        }
-        std::sort(levels.begin(), levels.end());
-        return levels;
-    };
-    while (!queue.empty()) {
-        const Node n = queue.front();
-        queue.pop_front();
-        const std::vector<int> parents = old_levels(parents_of(n));
-        const std::vector<int> children = old_levels(children_of(n));
-        if (parents.empty() && children.empty()) {
-            queue.push_back(n);
-        } else if (parents.empty()) {
-            (*cur_info)[n].level = children.front() - 1;
-        } else if (children.empty()) {
-            (*cur_info)[n].level = parents.back() + 1;
-        } else {
-            (*cur_info)[n].level = _cheapest_level(parents, children);
-        }
-    }
 }
 
 } // namespace nurvex7

@@ -256,6 +256,19 @@ StructureIndex::StructureIndex(const Node& owner) {
     edges_in = in.take_crossings();
     place_notes.assign(GetPlaceCount(), 0);
     edge_notes.assign(edges.size(), 0);
+    two_way = is_known_to_both_ends();
+}
+
+// An edge stands in one answer of either direction at most.
+bool StructureIndex::is_known_to_both_ends() const {
+    std::vector<char> from_tail(edges.size(), 0);
+    for (const Link& link : children.links) {
+        from_tail[static_cast<std::size_t>(link.edge)] = 1;
+    }
+    return children.links.size() == parents.links.size() &&
+           std::all_of(parents.links.begin(), parents.links.end(), [&](const Link& link) {
+               return from_tail[static_cast<std::size_t>(link.edge)] != 0;
+           });
 }
 
 // Deliberate: the siblings behind the edges in are left out, as ShiftWithEdges does not ask for

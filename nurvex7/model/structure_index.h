@@ -71,6 +71,10 @@ public:
     /// One for each pair of the three answers, of an index of runs alone. Order: none
     const std::vector<Run>& GetRuns() const { return runs; }
 
+    /// True where every sibling that one end of an edge knows, the other end knows too. After
+    /// removals it may be known to one of them alone.
+    bool IsTwoWay() const { return two_way; }
+
     /// The number of nodes strictly inside the owner.
     std::size_t GetCount() const { return nodes.size() - 1; }
     /// Everything inside the owner. Order: owners before what they own, siblings in set order; the
@@ -89,6 +93,7 @@ private:
 
     void collect_nodes(const Node& owner);
     void number_for_later();
+    bool is_known_to_both_ends() const;
     /// The place of a node in `nodes`; -1 where it is not covered.
     int find_place(const graph_ptr<INodeImpl>& node) const;
     std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
@@ -108,6 +113,7 @@ private:
     Relation edges_out;
     Relation edges_in;
     std::vector<Run> runs;
+    bool two_way = false;
 };
 
 } // namespace nurvex7
