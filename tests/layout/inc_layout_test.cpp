@@ -78,6 +78,39 @@ TEST_P(Agreement, OfUpdateAndResizeAfterRandomChanges) {
     }
 }
 
+/// Nodes that are linked among themselves, in circles too, and to nothing else.
+void add_island(TestGraph& g, const std::string& name, std::mt19937& random) {
+    std::vector<Node> island;
+    for (auto i = 4 + random() % 6; i > 0; --i) {
+        island.push_back(g.add_node(g.root(), name + std::to_string(i)));
+    }
+    for (std::size_t i = 0; i < 2 * island.size(); ++i) {
+        const Node from = island[random() % island.size()];
+        g.add_edge(from, island[random() % island.size()]);
+    }
+}
+
+// What hangs together and is all new is laid out as if there were nothing else.
+TEST(Agreement, OfUpdateWithWholeNewComponents) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Twin twin;
+        twin.plain.keep_hidden = seed % 3 != 0;
+        LayoutProbe::set_switches(twin.product.layout, true, twin.plain.keep_hidden);
+        twin.both([&](TestGraph& g) {
+            RandomShape shape = shape_of_seed(seed, 12);
+            shape.hidden = 15;
+            grow(g, seed, shape);
+            g.make();
+            std::mt19937 random(seed);
+            add_island(g, "i", random);
+            add_island(g, "j", random);
+            g.update(g.root());
+        });
+        ASSERT_EQ(first_difference(twin.product, twin.plain_graph), "");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, Agreement, testing::Range(0U, 10U));
 
 TEST(Agreement, WithTheSwitchesThatNobodyTurns) {
