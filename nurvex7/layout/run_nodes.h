@@ -78,9 +78,9 @@ public:
 
 private:
     Past past_of(const Node& node) const {
-        const node_store::node_entry* const found = records.node_info.find(node.GetID());
+        const NodeInfo* const found = records.node_info.find(node);
         const bool hidden = (node.GetCondition() & NODE_HIDDEN) != 0;
-        return {found != nullptr ? found->second : records.default_node, hidden};
+        return {found != nullptr ? *found : records.default_node, hidden};
     }
 
     const StructureIndex& index;
