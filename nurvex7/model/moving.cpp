@@ -23,7 +23,7 @@ bool is_nothing(const point& by) {
 }
 
 // Adding nothing leaves the bends as they are, but for the sign of a zero, which nobody tells from
-// another zero. The run is asked for all the same: that enters an empty one where there is none.
+// another zero.
 void shift_run(const Edge& edge, const point& by, const Node& owner) {
     const BreakRun run(edge, owner);
     if (!is_nothing(by)) {
@@ -51,63 +51,12 @@ bool has_flat_inside(const Node& node) {
     return true;
 }
 
-/// Enters the runs that a shift of a flat inside asks for: those of the edges out of its nodes, and
-/// of the edges that come in across the border of the owner.
-class FlatRuns {
-public:
-    explicit FlatRuns(const Node& of)
-        : owner(of.get_impl()), vis(of.get_vis()), lifts_edges(belongs_to_root(owner)),
-          has_border(owner != 0) {}
-
-    void enter_beside(INodeImpl& node) const {
-        if (!lifts_edges) {
-            return;
-        }
-        enter_all(*node.get_edges_out(), &IEdgeImpl::to,
-                  [](const graph_ptr<INodeImpl>&) { return true; });
-        if (has_border) {
-            enter_all(*node.get_edges_in(), &IEdgeImpl::from, [this](const auto& far_end) {
-                return far_end->get_owner().get() != owner.get();
-            });
-        }
-    }
-
-private:
-    template <typename F>
-    void enter_all(edge_impl_set& edges, graph_ptr<INodeImpl> (IEdgeImpl::*far_end_of)() const,
-                   F is_asked) const {
-        const int count = edges.GetCount();
-        for (int i = 0; i < count; ++i) {
-            const graph_ptr<IEdgeImpl> edge = edges.GetItem(i);
-            if (!is_entered(*edge)) {
-                const graph_ptr<INodeImpl> far_end = ((*edge).*far_end_of)();
-                if (far_end.get() != nullptr && belongs_to_root(far_end) && is_asked(far_end)) {
-                    vis->get_edge_vis(edge)->get_break_nodes_in(owner->get_id());
-                }
-            }
-        }
-    }
-
-    bool is_entered(const IEdgeImpl& edge) const {
-        const DefaultEdgeVis* const known = edge.known_vis;
-        return known != nullptr && known->store == vis.get() &&
-               known->known_run_in(owner->get_id()) != nullptr;
-    }
-
-    const graph_ptr<INodeImpl>& owner;
-    const graph_ptr<IGraphVis>& vis;
-    bool lifts_edges;
-    bool has_border;
-};
-
-// What the root of a flat graph owns stands where it stood. No edge has to be lifted to see that.
+// What the root of a flat graph owns stands where it stood, and its edges need no look: a run that
+// nobody has entered is as good as an empty one.
 void shift_flat_by_nothing(const Node& owner, const point& nothing) {
-    const FlatRuns runs(owner);
     NodeSet owned = owner.GetOwned();
     for (int i = 0; i < owned.GetCount(); ++i) {
-        const Node node = owned.GetItem(i);
-        _shift(node, nothing);
-        runs.enter_beside(*node.get_impl());
+        _shift(owned.GetItem(i), nothing);
     }
 }
 
