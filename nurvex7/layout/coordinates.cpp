@@ -1,5 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
+#include "nurvex7/layout/placed_edges.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -23,11 +24,12 @@ void IncLayout::calculate_x_coords() {
     double x = level_gap;
     double bottom = 0;
     double max_bottom = 0;
+    PlacedEdges edges(*structure, local_info, nodes);
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        x = place_column(k, x, y_shift, bottom);
+        x = place_column(k, x, y_shift, bottom, edges);
         max_bottom = std::max(max_bottom, bottom + node_gap);
     }
-    place_passing_edges(y_shift);
+    place_passing_edges(y_shift, edges);
     if (!level_nodes.empty()) {
         adjust_ports(&level_nodes.front(), 0, ORDER_IN);
         adjust_ports(&level_nodes.back(), x, ORDER_OUT);
@@ -52,7 +54,8 @@ double IncLayout::top_shift() const {
 //
 // Deliberate: `bottom` is the caller's and not set back for each column; only real nodes move it.
 // Deliberate: the gap behind the last column counts in the width of the owner.
-double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom) {
+double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom,
+                               PlacedEdges& edges) {
     double x_end = x;
     std::vector<const Node*> real;
     for_each_on_level(level_nodes[k], [&](const Node& n) {
@@ -74,155 +77,111 @@ double IncLayout::place_column(std::size_t k, double x, double y_shift, double& 
         x_end = std::max(x_end, before.x_end);
     }
     cur_levels->set(k, Level{x, x_end, x_end - x});
-    for (const Node* const n : real) {
-        place_normal_node(*n, x, x_end, n->GetPosition().y - y_shift);
-        bottom = lay_tracks(*n, x, x_end, n->GetPosition().y + n->GetSize().height);
-    }
+    const auto place = [&](std::size_t i) {
+        const Node& n = *real[i];
+        place_normal_node(n, x, x_end, n.GetPosition().y - y_shift, edges);
+        bottom = lay_tracks(n, x, x_end, n.GetPosition().y + n.GetSize().height, edges);
+    };
+    for_each_ahead(
+        real.size(), place, [&](std::size_t i) { edges.ask_for_edges(edges.place_of(*real[i])); },
+        [&](std::size_t i) { edges.ask_for_runs(edges.place_of(*real[i])); });
     const double gap = x_end - x == 0 ? 0 : level_gap;
     return x_end + gap;
 }
 
 namespace {
 
-/// The break list of an edge in one owner, by index from either end. A list that was built for
-/// another state of the graph can be shorter than the kind of its edge says, when the edge was
-/// added or shown since and meets a Resize: what it lacks is passed over, and the edge has no route
-/// until a layout makes it anew.
-class BreakList {
-public:
-    BreakList(const Edge& edge, const Node& owner) : run(edge, owner) {}
-
-    void put(int index, double x, double y) const {
-        if (index >= 0 && index < run.get_count()) {
-            run.set_position(index, x, y);
-        }
+// One bend of an edge, by its place from the tail or from the head. A list that was built for
+// another state of the graph can be shorter than the kind of its edge says, when the edge was added
+// or shown since and meets a Resize: what it lacks is passed over, and the edge has no route until
+// a layout makes it anew.
+void _put(const BreakRun& b, int index, double x, double y) {
+    if (index >= 0 && index < b.get_count()) {
+        b.set_position(index, x, y);
     }
-    void put_from_end(int back, double x, double y) const { put(run.get_count() - back, x, y); }
+}
 
-private:
-    BreakRun run;
-};
+void _put_from_end(const BreakRun& b, int back, double x, double y) {
+    _put(b, b.get_count() - back, x, y);
+}
 
 } // namespace
 
 // A node in the middle of its column, and the bends beside it: every edge leaves on the right side
 // and enters on the left, also when it is reversed or flat.
-void IncLayout::place_normal_node(Node node, double x_start, double x_end, double y) {
+void IncLayout::place_normal_node(Node node, double x_start, double x_end, double y,
+                                  PlacedEdges& edges) {
+    using Placed = PlacedEdges::Placed;
     const tamsel7::size<double> size = node.GetSize();
     const double c = y + size.height / 2;
     const double left = (x_start + x_end - size.width) / 2;
     const double right = left + size.width;
     node.SetPosition(left, y);
-    const Node owner = node.GetOwner();
-    const auto put_out = [&](const Edge& edge, double turn) {
-        const BreakList b(edge, owner);
-        const double at = y_beside(edge, node, c, ORDER_OUT);
-        b.put(0, right, at);
-        b.put(1, turn, at);
+    const auto put_out = [&](const BreakRun& b, double turn, double at) {
+        _put(b, 0, right, at);
+        _put(b, 1, turn, at);
     };
-    const auto put_in = [&](const Edge& edge, double turn) {
-        const BreakList b(edge, owner);
-        const double at = y_beside(edge, node, c, ORDER_IN);
-        b.put_from_end(2, turn, at);
-        b.put_from_end(1, left, at);
+    const auto put_in = [&](const BreakRun& b, double turn, double at) {
+        _put_from_end(b, 2, turn, at);
+        _put_from_end(b, 1, left, at);
     };
-    for (const NodeEdgePair& pair : children_of(node)) {
-        if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
-            const LocalEdgeInfo& info = local_info[pair.edge];
-            put_out(pair.edge, info.flat || info.reversed ? right + edge_margin : x_end);
-        }
-    }
-    for (const NodeEdgePair& pair : parents_of(node)) {
-        if (!IsFlagSet(pair.node, NODE_HIDDEN)) {
-            put_in(pair.edge, local_info[pair.edge].reversed ? left - edge_margin : x_start);
-        }
-    }
+    const int place = edges.place_of(node);
+    edges.for_each_out(place, [&](const Edge& edge, const Placed& placed) {
+        put_out(placed.run, placed.flat || placed.reversed ? right + edge_margin : x_end,
+                placed.goes_on_inside ? y_beside(edge, node, c, ORDER_OUT) : c);
+    });
+    edges.for_each_in(place, [&](const Edge& edge, const Placed& placed) {
+        put_in(placed.run, placed.reversed ? left - edge_margin : x_start,
+               placed.goes_on_inside ? y_beside(edge, node, c, ORDER_IN) : c);
+    });
     // Deliberate: hidden far ends are not left out of the edges that cross the border.
+    const Node owner = node.GetOwner();
     for (const NodeEdgePair& pair : edges_in_of(node)) {
-        put_in(pair.edge, x_start);
+        put_in(BreakRun(pair.edge, owner), x_start, y_beside(pair.edge, node, c, ORDER_IN));
     }
     for (const NodeEdgePair& pair : edges_out_of(node)) {
-        put_out(pair.edge, x_end);
+        put_out(BreakRun(pair.edge, owner), x_end, y_beside(pair.edge, node, c, ORDER_OUT));
     }
 }
 
-namespace {
-
-/// The dummy nodes of a drawing in the order of their edges: memory follows the edges, not the
-/// levels, and what one edge needs is looked up once for all of its dummy nodes.
-///
-/// Order   the dummy nodes of one edge as they were added
-class Passages {
-public:
-    struct Passage {
+// The dummy nodes of all columns, level by level.
+void IncLayout::place_passing_edges(double y_shift, PlacedEdges& edges) {
+    struct Passing {
         const Node* node;
         std::size_t level;
-        std::size_t edge;
     };
-
-    void add(const Node& node, std::size_t level) {
-        const Edge edge = edge_of_bend(node);
-        const IEdgeImpl* const impl = edge.get_impl().get();
-        const auto noted = static_cast<std::size_t>(impl->place);
-        if (noted >= edges.size() || edges[noted] != impl) {
-            impl->place = static_cast<int>(edges.size());
-            edges.push_back(impl);
-        }
-        passages.push_back({&node, level, static_cast<std::size_t>(impl->place)});
-    }
-
-    /// Calls `f(passages)` with those of one edge, edge by edge.
-    template <typename F>
-    void for_each_edge(F f) const {
-        std::vector<std::size_t> start(edges.size() + 1, 0);
-        for (const Passage& passage : passages) {
-            ++start[passage.edge + 1];
-        }
-        for (std::size_t e = 1; e < start.size(); ++e) {
-            start[e] += start[e - 1];
-        }
-        std::vector<Passage> by_edge(passages.size());
-        std::vector<std::size_t> next(start);
-        for (const Passage& passage : passages) {
-            by_edge[next[passage.edge]++] = passage;
-        }
-        for (std::size_t e = 0; e + 1 < start.size(); ++e) {
-            f(std::span(by_edge).subspan(start[e], start[e + 1] - start[e]));
-        }
-    }
-
-private:
-    std::vector<const IEdgeImpl*> edges; ///< by number; the number is noted on the edge as well
-    std::vector<Passage> passages;
-};
-
-} // namespace
-
-// The dummy nodes of all columns. Those of one edge follow each other in the order of the levels,
-// as they would column by column.
-void IncLayout::place_passing_edges(double y_shift) {
-    Passages dummies;
+    std::vector<Passing> dummies;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         for_each_on_level(level_nodes[k], [&](const Node& n) {
             if (n.IsDummy()) {
-                dummies.add(n, k);
+                dummies.push_back({&n, k});
             }
         });
     }
     if (nodes.empty()) {
         return;
     }
-    const Node owner = nodes.front().GetOwner();
-    dummies.for_each_edge([&](std::span<const Passages::Passage> passages) {
-        const Edge edge = edge_of_bend(*passages.front().node);
-        const BreakRun b(edge, owner);
-        const bool reversed = local_info[edge].reversed;
-        for (const Passages::Passage& passage : passages) {
-            const Level column = cur_levels->get(passage.level);
-            const double y = passage.node->GetPosition().y - y_shift;
-            place_break_node(*passage.node, column.x_start, column.x_end, y, b, reversed);
+    const auto run_of = [&](std::size_t i) { return dummies[i].node->get_impl()->run; };
+    const auto place = [&](std::size_t i) {
+        const Node& n = *dummies[i].node;
+        const Level column = cur_levels->get(dummies[i].level);
+        const Edge edge = edge_of_bend(n);
+        const double y = n.GetPosition().y - y_shift;
+        if (const PlacedEdges::Placed* const placed = edges.find(edge)) {
+            place_break_node(n, column.x_start, column.x_end, y, placed->run, placed->reversed);
+        } else {
+            const BreakRun b(edge, nodes.front().GetOwner());
+            place_break_node(n, column.x_start, column.x_end, y, b, local_info[edge].reversed);
         }
-    });
+    };
+    for_each_ahead(
+        dummies.size(), place, [&](std::size_t i) { prefetch(run_of(i)); },
+        [&](std::size_t i) {
+            if (run_of(i) != nullptr) {
+                prefetch(run_of(i)->get_edge().get());
+                prefetch(run_of(i) + 1);
+            }
+        });
 }
 
 // A dummy node and its partner, the other bend of the same edge on the same level: one at the left

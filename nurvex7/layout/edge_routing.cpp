@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/placed_edges.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -43,33 +44,32 @@ void IncLayout::adjust_break_to_inner(Node break_node, const Node& node, double 
 
 // The tracks under a node: first its outgoing flat and reversed edges, then its incoming reversed
 // ones, each edge_gap below the one before. Gives the bottom of the last.
-double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, double bottom) {
+double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, double bottom,
+                             PlacedEdges& edges) {
+    using Placed = PlacedEdges::Placed;
     const tamsel7::point<double> p = node.GetPosition();
     const double right_stub = p.x + node.GetSize().width + edge_margin;
     const double left_stub = p.x - edge_margin;
-    const Node owner = node.GetOwner();
-    for (const NodeEdgePair& pair : children_of(node)) {
-        const LocalEdgeInfo& info = local_info[pair.edge];
-        if (!IsFlagSet(pair.node, NODE_HIDDEN) && (info.flat || info.reversed)) {
+    const int place = edges.place_of(node);
+    edges.for_each_out(place, [&](const Edge& edge, const Placed& placed) {
+        if (placed.flat || placed.reversed) {
             bottom += edge_gap;
-            place_backedge_out(pair.edge, x_start, right_stub, bottom, owner);
-            bottom += pair.edge.GetHandler()->GetWidth(pair.edge);
+            place_backedge_out(placed.run, x_start, right_stub, bottom);
+            bottom += edge.GetHandler()->GetWidth(edge);
         }
-    }
-    for (const NodeEdgePair& pair : parents_of(node)) {
-        if (!IsFlagSet(pair.node, NODE_HIDDEN) && local_info[pair.edge].reversed) {
+    });
+    edges.for_each_in(place, [&](const Edge& edge, const Placed& placed) {
+        if (placed.reversed) {
             bottom += edge_gap;
-            place_backedge_in(pair.edge, left_stub, x_end, bottom, owner);
-            bottom += pair.edge.GetHandler()->GetWidth(pair.edge);
+            place_backedge_in(placed.run, left_stub, x_end, bottom);
+            bottom += edge.GetHandler()->GetWidth(edge);
         }
-    }
+    });
     return bottom;
 }
 
 // The track under the tail of a flat or reversed edge.
-void IncLayout::place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
-                                   const Node& owner) {
-    const BreakRun b(edge, owner);
+void IncLayout::place_backedge_out(const BreakRun& b, double x_start, double x_stub, double y) {
     if (b.get_count() > 2) {
         b.set_position(2, x_stub, y);
     }
@@ -79,9 +79,7 @@ void IncLayout::place_backedge_out(const Edge& edge, double x_start, double x_st
 }
 
 // The track under the head of a reversed edge.
-void IncLayout::place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
-                                  const Node& owner) {
-    const BreakRun b(edge, owner);
+void IncLayout::place_backedge_in(const BreakRun& b, double x_stub, double x_end, double y) {
     const int n = b.get_count();
     if (n >= 4) {
         b.set_position(n - 4, x_end, y);

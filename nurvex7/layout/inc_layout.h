@@ -17,6 +17,7 @@ namespace nurvex7 {
 class BreakRun;
 class LevelGraph;
 class Ordinals;
+class PlacedEdges;
 class RunNodes;
 struct NodeByAdjacentYComparator;
 
@@ -155,20 +156,20 @@ protected:
     // Coordinates (coordinates.cpp)
     void calculate_x_coords();
     double top_shift() const;
-    double place_column(std::size_t k, double x, double y_shift, double& bottom);
-    void place_normal_node(Node node, double x_start, double x_end, double y);
-    void place_passing_edges(double y_shift);
+    double place_column(std::size_t k, double x, double y_shift, double& bottom,
+                        PlacedEdges& edges);
+    void place_normal_node(Node node, double x_start, double x_end, double y, PlacedEdges& edges);
+    void place_passing_edges(double y_shift, PlacedEdges& edges);
     void place_break_node(Node node, double x_start, double x_end, double y, const BreakRun& b,
                           bool reversed);
     int find_partner(const Node& node, const BreakRun& b);
 
     // Routing (edge_routing.cpp)
     void adjust_break_to_inner(Node break_node, const Node& node, double x, double y, Order order);
-    void place_backedge_out(const Edge& edge, double x_start, double x_stub, double y,
-                            const Node& owner);
-    void place_backedge_in(const Edge& edge, double x_stub, double x_end, double y,
-                           const Node& owner);
-    double lay_tracks(const Node& node, double x_start, double x_end, double bottom);
+    static void place_backedge_out(const BreakRun& b, double x_start, double x_stub, double y);
+    static void place_backedge_in(const BreakRun& b, double x_stub, double x_end, double y);
+    double lay_tracks(const Node& node, double x_start, double x_end, double bottom,
+                      PlacedEdges& edges);
     void adjust_ports(std::vector<Node>* level, double x, Order order);
     tamsel7::point<double> get_inout_coords(const NodeEdgePair& pair, Order order);
     static double inout_offset(const NodeEdgePair& pair, Order order);

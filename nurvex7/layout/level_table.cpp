@@ -1,4 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/placed_edges.h"
 #include "nurvex7/layout/run_nodes.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
@@ -44,21 +45,26 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // the owner is reckoned to be high, and go along with each shift of the owner after that.
 void IncLayout::mark_old() {
     for (const Node& n : nodes) {
-        if (passed_over(n)) {
-            continue;
-        }
-        const bool hidden = IsFlagSet(n, NODE_HIDDEN);
-        NodeInfo& info = (*cur_info)[n];
-        info.was_hidden = hidden;
-        info.is_old = true;
-        for (const NodeEdgePair& pair : children_of(n)) {
-            if (hidden || IsFlagSet(pair.node, NODE_HIDDEN)) {
-                continue;
-            }
-            (*cur_info)[pair.edge].is_old = true;
-            mark_bends_old(BreakRun(pair.edge, pair.node.GetOwner()));
+        if (!passed_over(n)) {
+            NodeInfo& info = (*cur_info)[n];
+            info.was_hidden = IsFlagSet(n, NODE_HIDDEN);
+            info.is_old = true;
         }
     }
+    if (nodes.empty()) {
+        return;
+    }
+    const int owner_id = nodes.front().GetOwner().GetID();
+    const auto is_shown = [this](int place) {
+        return !IsFlagSet(structure->NodeAt(place), NODE_HIDDEN);
+    };
+    for_each_edge(*structure, nodes, owner_id, [&](int number, int tail, int head) {
+        if (is_shown(tail) && is_shown(head)) {
+            const Edge& edge = structure->EdgeAt(number);
+            (*cur_info)[edge].is_old = true;
+            mark_bends_old(BreakRun(edge, owner_id));
+        }
+    });
 }
 
 void IncLayout::mark_bends_old(const BreakRun& bends) {

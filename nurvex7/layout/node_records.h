@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nurvex7/foundation/id_map.h"
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
@@ -43,9 +44,9 @@ public:
     }
 
     void clear() {
-        for (const graph_ptr<BreakNodes>& run : runs) {
-            run->drop_notes(tag.get());
-        }
+        for_each_ahead(
+            runs.size(), [&](std::size_t i) { runs[i]->drop_notes(tag.get()); },
+            [&](std::size_t i) { prefetch(runs[i].get()); });
         runs.clear();
         by_id.clear();
         has_bends_by_id = false;
@@ -165,14 +166,20 @@ private:
     template <typename F>
     void for_each_bend(F f) {
         if constexpr (FITS_IN_RUN) {
-            for (const graph_ptr<BreakNodes>& piece : runs) {
-                const BreakNodes::Notes notes = piece->find_notes(tag.get());
-                for (int i = 0; i < piece->get_own_count(); ++i) {
+            const auto go = [&](BreakNodes& piece) {
+                const BreakNodes::Notes notes = piece.find_notes(tag.get());
+                for (int i = 0; i < piece.get_own_count(); ++i) {
                     if (notes.present[i] != 0) {
-                        f(*piece, i, *record_in(notes, i));
+                        f(piece, i, *record_in(notes, i));
                     }
                 }
-            }
+            };
+            for_each_ahead(
+                runs.size(), [&](std::size_t i) { go(*runs[i]); },
+                [&](std::size_t i) {
+                    prefetch(runs[i].get());
+                    prefetch(runs[i].get() + 1);
+                });
         }
     }
 

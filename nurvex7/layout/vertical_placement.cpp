@@ -22,7 +22,8 @@ double IncLayout::_get_height(const Node& node) {
         return e.GetHandler()->GetWidth(e);
     }
     const double height = node.GetSize().height;
-    const int tracks = local_info[node].wrap_count;
+    const LocalNodeInfo* const known = local_info.node_info.find(node);
+    const int tracks = known != nullptr ? known->wrap_count : 0;
     if (tracks < 1) {
         return height;
     }

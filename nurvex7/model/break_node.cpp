@@ -173,6 +173,11 @@ DummyNodeImpl& BreakNodes::at_appended(int index) {
     return (*piece)->nodes()[index];
 }
 
+void BreakNodes::set_place_of_appended(int index, const point& value) {
+    const DummyNodeImpl& node = at_appended(index);
+    node.run->set_place_of(node, value);
+}
+
 void BreakNodes::shift(const point& by) {
     for (point* at = places(); at != places() + count; ++at) {
         *at = {at->x + by.x, at->y + by.y};

@@ -52,13 +52,15 @@ public:
         return index < count ? nodes()[index] : at_appended(index - count);
     }
     int id_at(int index) { return at(index).id; }
-    point place_at(int index) {
-        const DummyNodeImpl& node = at(index);
-        return node.run->place_of(node);
-    }
     void set_place_at(int index, const point& value) {
-        const DummyNodeImpl& node = at(index);
-        node.run->set_place_of(node, value);
+        if (index >= count) {
+            set_place_of_appended(index - count, value);
+            return;
+        }
+        places()[index] = value; // without a look at the node
+        if (indexed) {
+            leave_index();
+        }
     }
     void shift(const point& by);
     /// Calls `f(piece)` for this piece and those that were appended.
@@ -158,6 +160,7 @@ private:
                                                 bytes_of_notes(static_cast<std::size_t>(count)));
     }
     DummyNodeImpl& at_appended(int index);
+    void set_place_of_appended(int index, const point& value);
     void leave_index();
     void let_go();
     void end();

@@ -160,6 +160,9 @@ public:
         return first_run.owner_id == owner_id ? first_run.nodes.get() : further_run_in(owner_id);
     }
 
+    /// True where the edge has no bends in another owner than that of its first run.
+    bool has_one_run() const { return further_runs.empty(); }
+
     /// The hit index of the store holds the route.
     void mark_indexed();
 

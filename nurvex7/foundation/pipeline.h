@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+namespace nurvex7 {
+
+/// Calls `f(i)` for i from 0 to before count, and for each i long before that `asks(i)`, one after
+/// the other some steps apart.
+///
+/// A walk over what lies all over the memory spends most of its time waiting. The asks prefetch:
+/// the first what is known from the start, the next what that one leads to, so that it is there
+/// when its turn comes. Order   `f` by ascending i
+template <typename F, typename... Asks>
+void for_each_ahead(std::size_t count, F f, Asks... asks) {
+    constexpr std::size_t STEPS = 6;
+    for (std::size_t turn = 0; turn < count + STEPS * sizeof...(asks); ++turn) {
+        std::size_t late = 0;
+        const auto take = [&](auto& step) {
+            if (turn >= late && turn - late < count) {
+                step(turn - late);
+            }
+            late += STEPS;
+        };
+        (take(asks), ...);
+        take(f);
+    }
+}
+
+/// Asks for the line of memory that something begins in, and the one behind it.
+inline void prefetch(const void* at) {
+    __builtin_prefetch(at);
+    __builtin_prefetch(static_cast<const char*>(at) + 64);
+}
+
+} // namespace nurvex7
