@@ -108,7 +108,7 @@ std::string PictureFile::Write(const Picture& picture, std::optional<double> sca
     }
     switch (format) {
     case Format::SVG:
-        save(make_svg(picture, factor, title));
+        save_svg(picture, factor, title);
         break;
     case Format::PNG:
         save(make_png(picture, factor));
@@ -120,15 +120,12 @@ std::string PictureFile::Write(const Picture& picture, std::optional<double> sca
     return remark;
 }
 
-QByteArray PictureFile::make_svg(const Picture& picture, double scale,
-                                 const std::string& title) const {
+/// Written straight from the canvas: of a large graph, one more copy takes a gigabyte.
+void PictureFile::save_svg(const Picture& picture, double scale, const std::string& title) {
     SvgCanvas canvas(picture.GetSize(), scale);
     QtPainter painter(canvas, picture.GetTypesetter());
     picture.Paint(painter);
-    QBuffer out;
-    out.open(QIODevice::WriteOnly);
-    canvas.Write(out, QString::fromStdString(title));
-    return out.data();
+    save_by([&](QIODevice& out) { canvas.Write(out, QString::fromStdString(title)); });
 }
 
 QByteArray PictureFile::make_png(const Picture& picture, double scale) const {
@@ -179,9 +176,16 @@ QByteArray PictureFile::make_pdf(const Picture& picture, double scale,
 }
 
 void PictureFile::save(const QByteArray& content) {
+    save_by([&](QIODevice& out) { out.write(content); });
+}
+
+void PictureFile::save_by(const std::function<void(QIODevice&)>& write) {
     written = std::make_unique<QSaveFile>(QString::fromStdString(path));
-    if (!written->open(QIODevice::WriteOnly) || written->write(content) != content.size() ||
-        !written->flush()) {
+    if (!written->open(QIODevice::WriteOnly)) {
+        fail_to_write();
+    }
+    write(*written);
+    if (written->error() != QFileDevice::NoError || !written->flush()) {
         fail_to_write();
     }
 }

@@ -4,6 +4,7 @@
 
 #include <QSaveFile>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,10 +34,11 @@ private:
 
     static Format find_format(const std::string& path);
     void check_target() const;
-    QByteArray make_svg(const Picture& picture, double scale, const std::string& title) const;
     QByteArray make_png(const Picture& picture, double scale) const;
     QByteArray make_pdf(const Picture& picture, double scale, const std::string& title) const;
+    void save_svg(const Picture& picture, double scale, const std::string& title);
     void save(const QByteArray& content);
+    void save_by(const std::function<void(QIODevice&)>& write);
     [[noreturn]] void fail_to_write() const;
 
     std::string path;

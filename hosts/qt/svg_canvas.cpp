@@ -3,8 +3,11 @@
 #include <QGradient>
 #include <QPainterPath>
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 namespace nurvex7::qt {
 
@@ -13,7 +16,40 @@ namespace {
 /// Outlines are written in whole numbers of this many units an em.
 constexpr double EM_UNITS = 2048;
 
+/// Two decimals by whole numbers, which takes a fraction of the time: much of a picture is numbers.
+/// Empty where the number is too large for that, or so near the middle between two that it takes
+/// all of its digits to tell which is next to it.
+QByteArray short_number(double value) {
+    const double hundredths = std::abs(value * 100);
+    const double rounded = std::nearbyint(hundredths);
+    constexpr double most = 1e12;
+    constexpr double near_the_middle = 0.499;
+    if (!(hundredths < most) || std::abs(hundredths - rounded) > near_the_middle) {
+        return {};
+    }
+    const auto whole = static_cast<long long>(rounded);
+    std::array<char, 24> text{};
+    char* end = text.data();
+    if (value < 0 && whole > 0) {
+        *end++ = '-';
+    }
+    end = std::to_chars(end, text.data() + text.size(), whole / 100).ptr;
+    const auto digit = [](long long d) { return static_cast<char>('0' + d); };
+    if (whole % 100 != 0) {
+        *end++ = '.';
+        *end++ = digit(whole / 10 % 10);
+    }
+    if (whole % 10 != 0) {
+        *end++ = digit(whole % 10);
+    }
+    return QByteArray(text.data(), end - text.data());
+}
+
 QByteArray number(double value, int decimals = 2) {
+    QByteArray quick = decimals == 2 ? short_number(value) : QByteArray();
+    if (!quick.isEmpty()) {
+        return quick;
+    }
     QByteArray text = QByteArray::number(value, 'f', decimals);
     if (text.contains('.')) {
         while (text.endsWith('0')) {
@@ -27,7 +63,9 @@ QByteArray number(double value, int decimals = 2) {
 }
 
 QByteArray attribute(const char* name, const QByteArray& value) {
-    return QByteArray(" ") + name + "=\"" + value + '"';
+    QByteArray text;
+    text.reserve(static_cast<qsizetype>(std::strlen(name)) + value.size() + 4);
+    return text.append(' ').append(name).append("=\"").append(value).append('"');
 }
 
 QByteArray hex(const QColor& color) {
@@ -62,16 +100,18 @@ bool rounds_to(double a, double b) {
 
 /// The data of a path along points; short commands for lines along an axis.
 QByteArray path_data(const QPolygonF& points) {
-    QByteArray data = "M" + number(points.first().x()) + ' ' + number(points.first().y());
+    QByteArray data;
+    data.append('M').append(number(points.first().x()));
+    data.append(' ').append(number(points.first().y()));
     for (qsizetype i = 1; i < points.size(); ++i) {
         const QPointF& from = points[i - 1];
         const QPointF& to = points[i];
         if (rounds_to(from.y(), to.y())) {
-            data += 'H' + number(to.x());
+            data.append('H').append(number(to.x()));
         } else if (rounds_to(from.x(), to.x())) {
-            data += 'V' + number(to.y());
+            data.append('V').append(number(to.y()));
         } else {
-            data += 'L' + number(to.x()) + ' ' + number(to.y());
+            data.append('L').append(number(to.x())).append(' ').append(number(to.y()));
         }
     }
     return data;
@@ -225,6 +265,9 @@ void SvgCanvas::Write(QIODevice& out, const QString& title) {
         out.write(defs);
         out.write("</defs>\n");
     }
+    for (const QByteArray& part : parts) {
+        out.write(part);
+    }
     out.write(body);
     out.write("</svg>\n");
 }
@@ -273,7 +316,17 @@ QByteArray SvgCanvas::paint(const QBrush& brush) {
     return attribute("fill", "url(#" + name + ")");
 }
 
+/// Small parts go where a layout has given memory back; one large body would come on top of it.
+void SvgCanvas::part_body() {
+    constexpr qsizetype full = 1 << 16;
+    if (body.size() >= full) {
+        parts.push_back(body);
+        body.clear();
+    }
+}
+
 void SvgCanvas::flush_fill() {
+    part_body();
     if (open_fill) {
         write_rect(open_fill->first, {}, open_fill->second);
         open_fill.reset();

@@ -49,12 +49,14 @@ private:
     /// The value of a fill attribute; gradients are defined on the way, each of them once.
     QByteArray paint(const QBrush& brush);
     void flush_fill();
+    void part_body();
     void write_rect(const QRectF& area, QSizeF radii, const QByteArray& tools);
 
     QSizeF extent;
     double scale;
     QByteArray defs;
-    QByteArray body;
+    std::vector<QByteArray> parts; ///< of the body that are full
+    QByteArray body;               ///< what follows them
     std::vector<QRawFont> faces;
     std::map<std::pair<int, quint32>, QByteArray> glyphs;
     std::map<QByteArray, QByteArray> gradients; ///< name by definition
