@@ -136,10 +136,10 @@ void IncLayout::place_normal_node(Node node, double x_start, double x_end, doubl
     });
     // Deliberate: hidden far ends are not left out of the edges that cross the border.
     const Node owner = node.GetOwner();
-    for (const NodeEdgePair& pair : edges_in_of(node)) {
+    for (const StructureIndex::Pair& pair : edges_in_of(node)) {
         put_in(BreakRun(pair.edge, owner), x_start, y_beside(pair.edge, node, c, ORDER_IN));
     }
-    for (const NodeEdgePair& pair : edges_out_of(node)) {
+    for (const StructureIndex::Pair& pair : edges_out_of(node)) {
         put_out(BreakRun(pair.edge, owner), x_end, y_beside(pair.edge, node, c, ORDER_OUT));
     }
 }

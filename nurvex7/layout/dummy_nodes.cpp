@@ -39,7 +39,7 @@ void IncLayout::insert_dummy_nodes_inout(const Node& node, Order order) {
     const int own = (*cur_info)[node].level;
     const int k = in ? own : static_cast<int>(level_nodes.size()) - own - 1;
     const Node owner = node.GetOwner();
-    for (const NodeEdgePair& pair : in ? edges_in_of(node) : edges_out_of(node)) {
+    for (const StructureIndex::Pair& pair : in ? edges_in_of(node) : edges_out_of(node)) {
         Edge e = pair.edge;
         e.RemoveBreakNodesIn(owner);
         e.AddBreakNodesIn(owner, 2 * k + 1);

@@ -202,10 +202,10 @@ protected:
     void resize_epilogue();
 
     // The answers of the structure queries, kept for the run.
-    std::span<const NodeEdgePair> children_of(const Node& node);
-    std::span<const NodeEdgePair> parents_of(const Node& node);
-    std::span<const NodeEdgePair> edges_out_of(const Node& node);
-    std::span<const NodeEdgePair> edges_in_of(const Node& node);
+    StructureIndex::Pairs children_of(const Node& node);
+    StructureIndex::Pairs parents_of(const Node& node);
+    StructureIndex::Pairs edges_out_of(const Node& node);
+    StructureIndex::Pairs edges_in_of(const Node& node);
 
     /// True for a hidden node where hidden nodes take no part in level logic.
     bool passed_over(const Node& node) const;

@@ -155,19 +155,19 @@ void IncLayout::take_old_drawing_back(const Node& owner) {
         });
 }
 
-std::span<const NodeEdgePair> IncLayout::children_of(const Node& node) {
+StructureIndex::Pairs IncLayout::children_of(const Node& node) {
     return structure->Children(node);
 }
 
-std::span<const NodeEdgePair> IncLayout::parents_of(const Node& node) {
+StructureIndex::Pairs IncLayout::parents_of(const Node& node) {
     return structure->Parents(node);
 }
 
-std::span<const NodeEdgePair> IncLayout::edges_out_of(const Node& node) {
+StructureIndex::Pairs IncLayout::edges_out_of(const Node& node) {
     return structure->EdgesOut(node);
 }
 
-std::span<const NodeEdgePair> IncLayout::edges_in_of(const Node& node) {
+StructureIndex::Pairs IncLayout::edges_in_of(const Node& node) {
     return structure->EdgesIn(node);
 }
 

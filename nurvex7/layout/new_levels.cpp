@@ -190,9 +190,9 @@ void IncLayout::mark_new_nodes_levels(std::vector<Node>* component) {
             queue.push_back(n);
         }
     }
-    const auto old_levels = [&](std::span<const NodeEdgePair> pairs) {
+    const auto old_levels = [&](const StructureIndex::Pairs& pairs) {
         std::vector<int> levels;
-        for (const NodeEdgePair& pair : pairs) {
+        for (const StructureIndex::Pair& pair : pairs) {
             const NodeInfo& old = old_info[pair.node];
             if (!passed_over(pair.node) && old.is_old && !old.was_hidden) {
                 levels.push_back(old.level);

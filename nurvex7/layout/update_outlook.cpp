@@ -60,7 +60,7 @@ private:
     bool look_around(const Node& n, bool hidden, bool& any_new) {
         bool anchored = false;
         for (const auto pairs : {answers.Children(n), answers.Parents(n)}) {
-            for (const NodeEdgePair& pair : pairs) {
+            for (const StructureIndex::Pair& pair : pairs) {
                 if (!takes_part(pair.node)) {
                     continue;
                 }

@@ -27,8 +27,8 @@ double IncLayout::_get_height(const Node& node) {
     if (tracks < 1) {
         return height;
     }
-    const std::span<const NodeEdgePair> in = parents_of(node);
-    const std::span<const NodeEdgePair> set = in.empty() ? children_of(node) : in;
+    const StructureIndex::Pairs in = parents_of(node);
+    const StructureIndex::Pairs set = in.empty() ? children_of(node) : in;
     if (set.empty()) {
         return height; // the edges of the tracks have been removed since the count was made
     }

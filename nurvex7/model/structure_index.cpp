@@ -201,8 +201,7 @@ void StructureIndex::Lifting::add(std::vector<Answer>& answers, int base, int no
     answers.push_back({base, index.NodeAt(node).GetID(), edge_id, Link{node, edge}});
 }
 
-// A counting sort by base, then a small sort in each answer. The pairs are made in their final
-// order, since a handle does not take the place of another one of its id.
+// A counting sort by base, then a small sort in each answer.
 StructureIndex::Relation
 StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
     Relation relation;
@@ -213,22 +212,18 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
     for (std::size_t p = 1; p < relation.start.size(); ++p) {
         relation.start[p] += relation.start[p - 1];
     }
-    std::vector<std::size_t> next(relation.start.begin(), relation.start.end() - 1);
+    std::vector<std::uint32_t> next(relation.start.begin(), relation.start.end() - 1);
     std::vector<Answer> by_base(answers.size());
     for (const Answer& a : answers) {
         by_base[next[static_cast<std::size_t>(a.base)]++] = a;
     }
     std::vector<Answer>().swap(answers);
-    relation.pairs.reserve(by_base.size());
     relation.links.reserve(by_base.size());
     for (std::size_t p = 0; p < index.nodes.size(); ++p) {
         const auto first = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p]);
         const auto last = by_base.begin() + static_cast<std::ptrdiff_t>(relation.start[p + 1]);
         std::sort(first, last);
-        std::for_each(first, last, [&](const Answer& a) {
-            relation.pairs.push_back({index.NodeAt(a.link.node), index.EdgeAt(a.link.edge)});
-            relation.links.push_back(a.link);
-        });
+        std::for_each(first, last, [&](const Answer& a) { relation.links.push_back(a.link); });
     }
     return relation;
 }
@@ -328,24 +323,12 @@ int StructureIndex::number_of(const graph_ptr<IEdgeImpl>& edge) {
     return edge->place;
 }
 
-const Node& StructureIndex::NodeAt(int place) const {
-    const auto i = static_cast<std::size_t>(place);
-    return i < nodes.size() ? nodes[i] : outside[i - nodes.size()];
-}
-
 bool StructureIndex::Covers(const Node& node) const {
     return node.get_impl().get() != nullptr && find_place(node.get_impl()) >= 0;
 }
 
-std::span<const NodeEdgePair> StructureIndex::answer(const Relation& relation,
-                                                     const Node& node) const {
-    const int place = find_place(node.get_impl());
-    if (place <= 0) {
-        return {};
-    }
-    const std::size_t first = relation.start[static_cast<std::size_t>(place)];
-    const std::size_t last = relation.start[static_cast<std::size_t>(place) + 1];
-    return std::span(relation.pairs).subspan(first, last - first);
+StructureIndex::Pairs StructureIndex::answer(const Relation& relation, const Node& node) const {
+    return Pairs(*this, links_of(relation, find_place(node.get_impl())));
 }
 
 std::span<const StructureIndex::Link> StructureIndex::links_of(const Relation& relation,
@@ -358,19 +341,19 @@ std::span<const StructureIndex::Link> StructureIndex::links_of(const Relation& r
     return std::span(relation.links).subspan(first, last - first);
 }
 
-std::span<const NodeEdgePair> StructureIndex::Children(const Node& node) const {
+StructureIndex::Pairs StructureIndex::Children(const Node& node) const {
     return answer(children, node);
 }
 
-std::span<const NodeEdgePair> StructureIndex::Parents(const Node& node) const {
+StructureIndex::Pairs StructureIndex::Parents(const Node& node) const {
     return answer(parents, node);
 }
 
-std::span<const NodeEdgePair> StructureIndex::EdgesOut(const Node& node) const {
+StructureIndex::Pairs StructureIndex::EdgesOut(const Node& node) const {
     return answer(edges_out, node);
 }
 
-std::span<const NodeEdgePair> StructureIndex::EdgesIn(const Node& node) const {
+StructureIndex::Pairs StructureIndex::EdgesIn(const Node& node) const {
     return answer(edges_in, node);
 }
 

@@ -5,6 +5,7 @@
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -32,26 +33,36 @@ public:
     /// True where the node is the owner or lies inside it, in the graph of the owner.
     bool Covers(const Node& node) const;
 
-    // The answers for a node strictly inside the owner; empty for any other node.
-    std::span<const NodeEdgePair> Children(const Node& node) const;
-    std::span<const NodeEdgePair> Parents(const Node& node) const;
-    std::span<const NodeEdgePair> EdgesOut(const Node& node) const;
-    std::span<const NodeEdgePair> EdgesIn(const Node& node) const;
-
     /// One pair of an answer in numbers: the place of its node, and a number for its edge that is
     /// the same in the answers of both ends.
     struct Link {
         int node;
         int edge;
     };
-    /// The answers of Children and Parents once more, pair by pair, for the node at a place.
+    /// The same pair in handles, which belong to the index.
+    struct Pair {
+        const Node& node;
+        const Edge& edge;
+    };
+    class Pairs;
+
+    // The answers for a node strictly inside the owner; empty for any other node.
+    Pairs Children(const Node& node) const;
+    Pairs Parents(const Node& node) const;
+    Pairs EdgesOut(const Node& node) const;
+    Pairs EdgesIn(const Node& node) const;
+
+    // And in numbers, for the node at a place.
     std::span<const Link> ChildLinks(int place) const { return links_of(children, place); }
     std::span<const Link> ParentLinks(int place) const { return links_of(parents, place); }
     /// The place of a node; -1 where it is not covered.
     int FindPlace(const Node& node) const { return find_place(node.get_impl()); }
     /// The node at a place. Behind all that GetNodes gives stand the nodes outside the owner that
     /// answers name.
-    const Node& NodeAt(int place) const;
+    const Node& NodeAt(int place) const {
+        const auto i = static_cast<std::size_t>(place);
+        return i < nodes.size() ? nodes[i] : outside[i - nodes.size()];
+    }
     const Edge& EdgeAt(int number) const { return edges[static_cast<std::size_t>(number)]; }
     /// The number of an edge; -1 where it has none, or where somebody else has numbered it since.
     int FindEdgeNumber(const Edge& edge) const {
@@ -91,8 +102,7 @@ public:
 private:
     /// The answers of one query, those of the node at place p between start[p] and start[p + 1].
     struct Relation {
-        std::vector<std::size_t> start;
-        std::vector<NodeEdgePair> pairs;
+        std::vector<std::uint32_t> start;
         std::vector<Link> links;
     };
     class Surroundings;
@@ -103,7 +113,7 @@ private:
     bool is_known_to_both_ends() const;
     /// The place of a node in `nodes`; -1 where it is not covered.
     int find_place(const graph_ptr<INodeImpl>& node) const;
-    std::span<const NodeEdgePair> answer(const Relation& relation, const Node& node) const;
+    Pairs answer(const Relation& relation, const Node& node) const;
     static std::span<const Link> links_of(const Relation& relation, int place);
     int number_of(const graph_ptr<IEdgeImpl>& edge);
 
@@ -121,6 +131,38 @@ private:
     Relation edges_in;
     std::vector<Run> runs;
     bool two_way = false;
+};
+
+/// The pairs of an answer, put together from their numbers by who walks over them.
+class StructureIndex::Pairs {
+public:
+    class Iterator {
+    public:
+        Iterator(const StructureIndex& of, const Link* at) : index(&of), link(at) {}
+        Pair operator*() const { return {index->NodeAt(link->node), index->EdgeAt(link->edge)}; }
+        Iterator& operator++() {
+            ++link;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return link != other.link; }
+
+    private:
+        const StructureIndex* index;
+        const Link* link;
+    };
+
+    Pairs(const StructureIndex& of, std::span<const Link> in_numbers)
+        : index(of), links(in_numbers) {}
+
+    bool empty() const { return links.empty(); }
+    std::size_t size() const { return links.size(); }
+    Pair front() const { return *begin(); }
+    Iterator begin() const { return Iterator(index, links.data()); }
+    Iterator end() const { return Iterator(index, links.data() + links.size()); }
+
+private:
+    const StructureIndex& index;
+    std::span<const Link> links;
 };
 
 } // namespace nurvex7

@@ -14,9 +14,9 @@ namespace {
 using testing_support::RandomNest;
 using id_pairs = std::vector<std::pair<int, int>>;
 
-id_pairs ids_of(std::span<const NodeEdgePair> pairs) {
+id_pairs ids_of(const StructureIndex::Pairs& pairs) {
     id_pairs ids;
-    for (const NodeEdgePair& pair : pairs) {
+    for (const StructureIndex::Pair& pair : pairs) {
         ids.emplace_back(pair.node.GetID(), pair.edge.GetID());
     }
     return ids;
