@@ -247,7 +247,7 @@ private:
     private:
         IncLayout& layout;
         bool replaced = false;
-        std::unique_ptr<StructureIndex> before;
+        std::shared_ptr<const StructureIndex> before;
     };
 
     void run(const std::vector<phase_t>& phases);
@@ -275,12 +275,12 @@ private:
     void set_direction(int edge_number, bool flat, bool reversed);
     void restore_chain(const Node& tail, const Edge& edge, bool reversed);
 
-    std::size_t forget_at = 16;                ///< so many tables call for a look at their owners
-    std::unique_ptr<StructureIndex> structure; ///< per outermost run: the kept answers
-    std::unique_ptr<LevelGraph> level_graph;   ///< per phase of the level assignment
-    std::unique_ptr<RunNodes> run_nodes;       ///< per restore_old_levels
-    std::unique_ptr<Ordinals> ordinals;        ///< per barycentric_adjust: the levels in numbers
-    int served_id = NOBODY;                    ///< the owner whose inside has been served already
+    std::size_t forget_at = 16; ///< so many tables call for a look at their owners
+    std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
+    std::unique_ptr<LevelGraph> level_graph;         ///< per phase of the level assignment
+    std::unique_ptr<RunNodes> run_nodes;             ///< per restore_old_levels
+    std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
+    int served_id = NOBODY;             ///< the owner whose inside has been served already
 };
 
 /// The order of two nodes by y, for stable sorts.

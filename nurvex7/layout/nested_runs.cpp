@@ -13,7 +13,7 @@ namespace nurvex7 {
 IncLayout::KeptAnswers::KeptAnswers(IncLayout& l, const Node& owner) : layout(l) {
     if (layout.structure == nullptr || !layout.structure->Covers(owner)) {
         replaced = true;
-        before = std::exchange(layout.structure, std::make_unique<StructureIndex>(owner));
+        before = std::exchange(layout.structure, StructureIndex::For(owner));
         layout.forget_removed_owners();
     }
 }

@@ -3,6 +3,7 @@
 #include "nurvex7/model/queries.h"
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace nurvex7 {
@@ -113,7 +114,9 @@ UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) 
         return UpdateOutlook::NOTHING_NEW;
     }
     const bool never_laid_out = cluster_info.find(owner) == cluster_info.end();
-    const StructureIndex answers(owner);
+    const std::shared_ptr<const StructureIndex> asked =
+        IsRoot(owner) ? StructureIndex::For(owner) : std::make_shared<const StructureIndex>(owner);
+    const StructureIndex& answers = *asked;
     UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
     for (const Node& n : answers.GetNodes()) {
         if (n != owner && !with_owners_inside) {

@@ -117,7 +117,7 @@ namespace {
 class MarkWatch {
 public:
     explicit MarkWatch(DefaultRootNodeImpl& top)
-        : root(top), marks(top.marks.get() != nullptr ? top.marks.get() : new DrawnMarks) {}
+        : root(top), notes(top.notes.get() != nullptr ? top.notes.get() : new GraphNotes) {}
 
     /// The marks hold from here on, unless there is a node or an edge of another kind: it may
     /// change and not tell.
@@ -127,25 +127,13 @@ public:
         while (all_tell && !open.empty()) {
             DefaultRootNodeImpl& next = *open.back();
             open.pop_back();
-            join(next);
+            tell_notes(next, notes);
             all_tell = watch_edges(next) && watch_owned(next, open);
         }
-        marks->current = all_tell;
+        notes->drawn_marks_hold = all_tell;
     }
 
 private:
-    /// Nodes and edges belong to one watch at a time. Where another one has had it, its marks may
-    /// have been written over.
-    template <typename T>
-    void join(T& item) {
-        if (item.marks.get() != marks.get()) {
-            if (item.marks.get() != nullptr) {
-                item.marks->current = false;
-            }
-            item.marks = marks;
-        }
-    }
-
     bool watch_edges(DefaultRootNodeImpl& owner) {
         if (&owner == &root) {
             return true;
@@ -162,7 +150,7 @@ private:
             if (typeid(of_a_kind) != typeid(DefaultEdgeImpl)) {
                 return false;
             }
-            join(static_cast<DefaultEdgeImpl&>(*edge));
+            tell_notes(static_cast<DefaultEdgeImpl&>(*edge), notes);
         }
         return true;
     }
@@ -181,7 +169,7 @@ private:
     }
 
     DefaultRootNodeImpl& root;
-    graph_ptr<DrawnMarks> marks;
+    graph_ptr<GraphNotes> notes;
 };
 
 /// The root, where it is of the kind that tells of changes.
@@ -198,7 +186,7 @@ DefaultRootNodeImpl* telling_root(const Node& root) {
 void MarkDrawnIn(graph_ptr2<Graph> graph) {
     const Node root = graph->GetRoot();
     DefaultRootNodeImpl* const top = telling_root(root);
-    if (top != nullptr && top->marks.get() != nullptr && top->marks->current) {
+    if (top != nullptr && top->notes.get() != nullptr && top->notes->drawn_marks_hold) {
         return; // every mark stands as it was written
     }
     ForEachNodeIn(root, ProcessOutgoingEdges<void (*)(Edge)>(_mark_edge_drawn), false, false);

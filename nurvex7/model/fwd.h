@@ -18,6 +18,7 @@ class Edge;
 class NodeSet;
 class EdgeSet;
 class Graph;
+class KeptStructure;
 struct NodeEdgePair;
 
 } // namespace nurvex7

@@ -5,6 +5,7 @@
 #include "nurvex7/model/structure_index.h"
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace nurvex7 {
@@ -35,10 +36,16 @@ void shift_run(const Edge& edge, const point& by, const Node& owner) {
 /// their node, so that asking them for every node of a nest costs the nest once for every level.
 void shift_runs(const StructureIndex& index, const std::vector<point>& by_of_owner) {
     const std::vector<Node>& nodes = index.GetNodes();
-    for (const StructureIndex::Run& run : index.GetRuns()) {
-        const auto owner = static_cast<std::size_t>(run.owner);
-        shift_run(index.EdgeAt(run.edge), by_of_owner[owner], nodes[owner]);
-    }
+    index.ForEachRun([&](int edge, std::size_t owner) {
+        shift_run(index.EdgeAt(edge), by_of_owner[owner], nodes[owner]);
+    });
+}
+
+std::shared_ptr<const StructureIndex> runs_inside(const Node& node) {
+    std::shared_ptr<const StructureIndex> kept = StructureIndex::FindKept(node);
+    return kept != nullptr
+               ? kept
+               : std::make_shared<const StructureIndex>(node, StructureIndex::OnlyRuns());
 }
 
 bool has_flat_inside(const Node& node) {
@@ -109,18 +116,18 @@ void ShiftPosition(Node node, point by) {
         shift_flat_by_nothing(node, by_at_top);
         return;
     }
-    const StructureIndex index(node, StructureIndex::OnlyRuns());
-    const std::vector<Node>& nodes = index.GetNodes();
+    const std::shared_ptr<const StructureIndex> index = runs_inside(node);
+    const std::vector<Node>& nodes = index->GetNodes();
     std::vector<point> by_of_owner;
     by_of_owner.reserve(nodes.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         if (i > 0) {
-            _shift(nodes[i], by_of_owner[index.OwnerPlaceOf(i)]);
+            _shift(nodes[i], by_of_owner[index->OwnerPlaceOf(i)]);
         }
         const point at = nodes[i].GetPosition();
         by_of_owner.push_back({by.x + at.x, by.y + at.y});
     }
-    shift_runs(index, by_of_owner);
+    shift_runs(*index, by_of_owner);
 }
 
 void ShiftPosition(Node node, double x, double y) {
@@ -129,17 +136,23 @@ void ShiftPosition(Node node, double x, double y) {
 
 // The other way round: a node is taken back while its owner still stands at its absolute place.
 void UnshiftPosition(Node node) {
-    const StructureIndex index(node, StructureIndex::OnlyRuns());
-    const std::vector<Node>& nodes = index.GetNodes();
+    const point at_top = node.GetPosition();
+    const point by_at_top{-at_top.x, -at_top.y};
+    if (is_nothing(by_at_top) && has_flat_inside(node)) {
+        shift_flat_by_nothing(node, by_at_top);
+        return;
+    }
+    const std::shared_ptr<const StructureIndex> index = runs_inside(node);
+    const std::vector<Node>& nodes = index->GetNodes();
     std::vector<point> by_of_owner;
     by_of_owner.reserve(nodes.size());
     for (const Node& n : nodes) {
         const point at = n.GetPosition();
         by_of_owner.push_back({-at.x, -at.y});
     }
-    shift_runs(index, by_of_owner);
+    shift_runs(*index, by_of_owner);
     for (std::size_t i = 1; i < nodes.size(); ++i) {
-        _shift(nodes[i], by_of_owner[index.OwnerPlaceOf(i)]);
+        _shift(nodes[i], by_of_owner[index->OwnerPlaceOf(i)]);
     }
 }
 

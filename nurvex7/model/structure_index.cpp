@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <tuple>
+#include <typeinfo>
 
 namespace nurvex7 {
 
@@ -81,6 +82,10 @@ public:
             graph_ptr<INodeImpl> (IEdgeImpl::*edge_end)() const);
 
     void lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)());
+    void lift_edge(int near_end, const graph_ptr<IEdgeImpl>& at_work,
+                   const graph_ptr<INodeImpl>& far_end);
+    void merge_siblings_into(Relation& relation) { merge_into(relation, siblings); }
+    void merge_crossings_into(Relation& relation) { merge_into(relation, crossings); }
     Relation take_siblings() { return sorted_relation(siblings); }
     Relation take_crossings() { return sorted_relation(crossings); }
     void add_sibling_runs() const { add_runs(siblings); }
@@ -103,6 +108,10 @@ private:
     void lift_outside(int near_end, const Surroundings::Above& far_end);
     void add(std::vector<Answer>& answers, int base, int node);
     Relation sorted_relation(std::vector<Answer>& answers) const;
+    void merge_into(Relation& relation, std::vector<Answer>& answers) const;
+    Answer answer_of(int base, const Link& link) const {
+        return {base, index.NodeAt(link.node).GetID(), index.EdgeAt(link.edge).GetID(), link};
+    }
     void add_runs(const std::vector<Answer>& answers) const;
 
     StructureIndex& index;
@@ -133,12 +142,17 @@ void StructureIndex::Lifting::lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*n
             const graph_ptr<IEdgeImpl> at_work = own_edges->GetItem(i);
             const graph_ptr<INodeImpl> far_end = ((*at_work).*far_end_of)();
             if (far_end.get() != nullptr) {
-                edge = index.number_of(at_work);
-                edge_id = at_work->get_id();
-                lift(place, far_end);
+                lift_edge(place, at_work, far_end);
             }
         }
     }
+}
+
+void StructureIndex::Lifting::lift_edge(int near_end, const graph_ptr<IEdgeImpl>& at_work,
+                                        const graph_ptr<INodeImpl>& far_end) {
+    edge = index.number_of(at_work);
+    edge_id = at_work->get_id();
+    lift(near_end, far_end);
 }
 
 void StructureIndex::Lifting::lift(int near_end, const graph_ptr<INodeImpl>& far_end) {
@@ -151,6 +165,8 @@ void StructureIndex::Lifting::lift(int near_end, const graph_ptr<INodeImpl>& far
         const Surroundings::Above above = surroundings.find_above(far_end);
         if (above.root != Surroundings::NOWHERE) {
             lift_outside(near_end, above);
+        } else {
+            index.note_removed(far_end);
         }
     }
 }
@@ -228,6 +244,44 @@ StructureIndex::Lifting::sorted_relation(std::vector<Answer>& answers) const {
     return relation;
 }
 
+// The answers of a few nodes become longer. Those of the others are copied, stretch by stretch.
+void StructureIndex::Lifting::merge_into(Relation& relation, std::vector<Answer>& answers) const {
+    if (answers.empty()) {
+        return;
+    }
+    const auto by_base = [](const Answer& a, const Answer& b) {
+        return a.base != b.base ? a.base < b.base : a < b;
+    };
+    std::sort(answers.begin(), answers.end(), by_base);
+    std::vector<Link> merged;
+    merged.reserve(relation.links.size() + answers.size());
+    std::size_t copied = 0;
+    const auto copy_up_to = [&](std::size_t end) {
+        merged.insert(merged.end(), relation.links.begin() + static_cast<std::ptrdiff_t>(copied),
+                      relation.links.begin() + static_cast<std::ptrdiff_t>(end));
+        copied = end;
+    };
+    for (const Answer& a : answers) {
+        const auto base = static_cast<std::size_t>(a.base);
+        std::size_t at = std::max<std::size_t>(copied, relation.start[base]);
+        while (at < relation.start[base + 1] && answer_of(a.base, relation.links[at]) < a) {
+            ++at;
+        }
+        copy_up_to(at);
+        merged.push_back(a.link);
+    }
+    copy_up_to(relation.links.size());
+    relation.links.swap(merged);
+    auto next = answers.begin();
+    std::uint32_t more = 0;
+    for (std::size_t p = 0; p < relation.start.size(); ++p) {
+        for (; next != answers.end() && static_cast<std::size_t>(next->base) < p; ++next) {
+            ++more;
+        }
+        relation.start[p] += more;
+    }
+}
+
 void StructureIndex::Lifting::add_runs(const std::vector<Answer>& answers) const {
     for (const Answer& a : answers) {
         const auto base = static_cast<std::size_t>(a.base);
@@ -280,16 +334,94 @@ StructureIndex::StructureIndex(const Node& owner, OnlyRuns) {
     in.add_crossing_runs();
 }
 
+bool StructureIndex::Add(const std::vector<graph_ptr<INodeImpl>>& new_nodes,
+                         const std::vector<graph_ptr<IEdgeImpl>>& new_edges) {
+    const std::size_t first_edge = edges.size();
+    const std::size_t first_node = nodes.size();
+    for (const graph_ptr<INodeImpl>& node : new_nodes) {
+        ForEachNodeIn(
+            Node(nodes.front().get_vis(), node), [this](const Node& n) { enter_new(n); }, false,
+            true);
+    }
+    for (const graph_ptr<IEdgeImpl>& edge : new_edges) {
+        number_of(edge);
+    }
+    for (std::size_t place = first_node; place < nodes.size(); ++place) {
+        INodeImpl& node = *nodes[place].get_impl();
+        for (const graph_ptr<edge_impl_set>& own : {node.get_edges_out(), node.get_edges_in()}) {
+            for (int i = 0; i < own->GetCount(); ++i) {
+                number_of(own->GetItem(i));
+            }
+        }
+    }
+    return all_tell && lift_new_edges(first_edge);
+}
+
+void StructureIndex::enter_new(const Node& node) {
+    INodeImpl& impl = *node.get_impl();
+    const graph_ptr<INodeImpl> owner = impl.get_owner();
+    const int above = owner.get() != nullptr ? find_place(owner) : -1;
+    all_tell = all_tell && above >= 0 && typeid(impl) == typeid(DefaultNodeImpl);
+    if (!all_tell) {
+        return;
+    }
+    enter(node, above);
+    place_of[impl.get_id()] = impl.place;
+    place_notes.push_back(0);
+    for (Relation* const relation : {&children, &parents, &edges_out, &edges_in}) {
+        relation->start.push_back(relation->start.back());
+    }
+    const auto& top = static_cast<const DefaultRootNodeImpl&>(*nodes.front().get_impl());
+    tell_notes(static_cast<DefaultRootNodeImpl&>(impl), top.notes);
+}
+
+// Both ends of a new edge know it: nothing has been removed since.
+bool StructureIndex::lift_new_edges(std::size_t first) {
+    Surroundings surroundings(*this);
+    Lifting out(*this, surroundings, &IEdgeImpl::to);
+    Lifting in(*this, surroundings, &IEdgeImpl::from);
+    for (std::size_t number = first; number < edges.size(); ++number) {
+        const graph_ptr<IEdgeImpl> edge = edges[number].get_impl();
+        const IEdgeImpl& of_a_kind = *edge;
+        const graph_ptr<INodeImpl> from = edge->from();
+        const graph_ptr<INodeImpl> to = edge->to();
+        if (typeid(of_a_kind) != typeid(DefaultEdgeImpl) || from.get() == nullptr ||
+            to.get() == nullptr || find_place(from) < 0 || find_place(to) < 0) {
+            return false;
+        }
+        out.lift_edge(find_place(from), edge, to);
+        in.lift_edge(find_place(to), edge, from);
+    }
+    edge_notes.resize(edges.size(), 0);
+    out.merge_siblings_into(children);
+    out.merge_crossings_into(edges_out);
+    in.merge_siblings_into(parents);
+    in.merge_crossings_into(edges_in);
+    return true;
+}
+
 void StructureIndex::collect_nodes(const Node& owner) {
-    const auto enter = [this](const Node& node) {
-        const int own_place = static_cast<int>(nodes.size());
-        const int above = own_place == 0 ? -1 : find_place(node.get_impl()->get_owner());
-        nodes.push_back(node);
-        owner_place.push_back(above);
-        depth.push_back(above < 0 ? 0 : depth[static_cast<std::size_t>(above)] + 1);
-        node.get_impl()->place = own_place;
-    };
-    ForEachNodeIn(owner, enter, false, true);
+    ForEachNodeIn(
+        owner,
+        [this](const Node& node) {
+            const INodeImpl& of_a_kind = *node.get_impl();
+            all_tell = all_tell && (nodes.empty() || typeid(of_a_kind) == typeid(DefaultNodeImpl));
+            enter(node, nodes.empty() ? -1 : find_place(of_a_kind.get_owner()));
+        },
+        false, true);
+}
+
+void StructureIndex::enter(const Node& node, int above) {
+    node.get_impl()->place = static_cast<int>(nodes.size());
+    nodes.push_back(node);
+    owner_place.push_back(above);
+    depth.push_back(above < 0 ? 0 : depth[static_cast<std::size_t>(above)] + 1);
+}
+
+void StructureIndex::note_removed(const graph_ptr<INodeImpl>& far_end) {
+    const INodeImpl& of_a_kind = *far_end;
+    all_tell = all_tell && typeid(of_a_kind) == typeid(DefaultNodeImpl) && !far_end->has_owner();
+    removed.push_back(Node(nodes.front().get_vis(), far_end));
 }
 
 // Whoever numbers the nodes next overwrites the notes on them.
@@ -317,6 +449,8 @@ int StructureIndex::find_place(const graph_ptr<INodeImpl>& node) const {
 int StructureIndex::number_of(const graph_ptr<IEdgeImpl>& edge) {
     const auto noted = static_cast<std::size_t>(edge->place);
     if (noted >= edges.size() || edges[noted].get_impl().get() != edge.get()) {
+        const IEdgeImpl& of_a_kind = *edge;
+        all_tell = all_tell && typeid(of_a_kind) == typeid(DefaultEdgeImpl);
         edge->place = static_cast<int>(edges.size());
         edges.push_back(Edge(nodes.front().get_vis(), edge));
     }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -20,9 +21,25 @@ namespace nurvex7 {
 ///
 /// Order   every answer is sorted like that of the query
 /// Duty    the graph is not changed while the index is in use
-class NURVEX7_API StructureIndex {
+class NURVEX7_API StructureIndex : public std::enable_shared_from_this<StructureIndex> {
 public:
     explicit StructureIndex(const Node& owner);
+
+    /// The answers for an owner, and maybe for more of its graph. Those for a root are kept with it
+    /// while its structure stands, and brought up to date where something has been added only; all
+    /// who ask share them.
+    ///
+    /// Keeps   the nodes, the edges and their store, until a node or an edge is removed or moved
+    static std::shared_ptr<const StructureIndex> For(const Node& owner);
+    /// Those that are kept with a root; null where there are none that hold.
+    static std::shared_ptr<const StructureIndex> FindKept(const Node& root);
+    /// Takes in what has been added since: nodes, with what is inside them and all their edges, and
+    /// edges between nodes that were there. False where something of it does not tell of changes;
+    /// the index is of no use then.
+    ///
+    /// Duty    nothing but that has changed since the index was made
+    bool Add(const std::vector<graph_ptr<INodeImpl>>& new_nodes,
+             const std::vector<graph_ptr<IEdgeImpl>>& new_edges);
 
     /// What a shift moves: the nodes, and for each edge in an answer of Children, EdgesOut or
     /// EdgesIn its run beside the node asked. The answers stay empty: a shift moves all that
@@ -81,13 +98,23 @@ public:
     std::size_t OwnerPlaceOf(std::size_t place) const {
         return static_cast<std::size_t>(owner_place[place]);
     }
-    /// The run of one edge in one owner.
-    struct Run {
-        int edge;  ///< its number
-        int owner; ///< place of the owner
-    };
-    /// One for each pair of the three answers, of an index of runs alone. Order: none
-    const std::vector<Run>& GetRuns() const { return runs; }
+    /// Calls `f(edge number, place of the owner)` for each pair of the answers of Children,
+    /// EdgesOut and EdgesIn: the run that the edge has in the owner of the node asked.
+    ///
+    /// Order   undefined
+    template <typename F>
+    void ForEachRun(F f) const {
+        for (const Run& run : runs) {
+            f(run.edge, static_cast<std::size_t>(run.owner));
+        }
+        for (const Relation* const relation : {&children, &edges_out, &edges_in}) {
+            for (std::size_t place = 1; place + 1 < relation->start.size(); ++place) {
+                for (const Link& link : links_of(*relation, static_cast<int>(place))) {
+                    f(link.edge, OwnerPlaceOf(place));
+                }
+            }
+        }
+    }
 
     /// True where every sibling that one end of an edge knows, the other end knows too. After
     /// removals it may be known to one of them alone.
@@ -100,6 +127,10 @@ public:
     const std::vector<Node>& GetNodes() const { return nodes; }
 
 private:
+    struct Run {
+        int edge;
+        int owner; ///< place
+    };
     /// The answers of one query, those of the node at place p between start[p] and start[p + 1].
     struct Relation {
         std::vector<std::uint32_t> start;
@@ -109,6 +140,11 @@ private:
     class Lifting;
 
     void collect_nodes(const Node& owner);
+    void enter(const Node& node, int above);
+    void enter_new(const Node& node);
+    bool lift_new_edges(std::size_t first);
+    void note_removed(const graph_ptr<INodeImpl>& far_end);
+    void keep_at(DefaultRootNodeImpl& root);
     void number_for_later();
     bool is_known_to_both_ends() const;
     /// The place of a node in `nodes`; -1 where it is not covered.
@@ -122,6 +158,7 @@ private:
     std::vector<int> depth;       ///< owners between each node and the first
     IdMap<int> place_of;       ///< by node id; empty in an index of runs, which is not asked later
     std::vector<Node> outside; ///< what stands behind the nodes, for answers that leave the owner
+    std::vector<Node> removed; ///< far ends that are in no graph any more
     std::vector<Edge> edges;   ///< by number
     mutable std::vector<int> place_notes;
     mutable std::vector<int> edge_notes;
@@ -129,8 +166,9 @@ private:
     Relation parents;
     Relation edges_out;
     Relation edges_in;
-    std::vector<Run> runs;
+    std::vector<Run> runs; ///< of an index of runs, which has no answers
     bool two_way = false;
+    bool all_tell = true; ///< nothing inside can change without a word to its root
 };
 
 /// The pairs of an answer, put together from their numbers by who walks over them.

@@ -1,6 +1,7 @@
 #include "nurvex7/model/topology.h"
 
 #include "nurvex7/model/flags.h"
+#include "nurvex7/model/kept_structure.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,15 +19,40 @@ IEdgeImpl::~IEdgeImpl() = default;
 
 IGraphStorage::~IGraphStorage() = default;
 
-DrawnMarks::~DrawnMarks() = default;
+GraphNotes::GraphNotes() = default;
+
+GraphNotes::~GraphNotes() = default;
+
+void GraphNotes::forget() {
+    drawn_marks_hold = false;
+    structure.reset();
+}
 
 namespace {
 
 // Has the next MarkDrawnIn look at everything again.
 template <typename T>
 void _outdate_marks(const T& changed) {
-    if (changed.marks.get() != nullptr) {
-        changed.marks->current = false;
+    if (changed.notes.get() != nullptr) {
+        changed.notes->drawn_marks_hold = false;
+    }
+}
+
+// Has everybody look at everything again.
+template <typename T>
+void _outdate(const T& changed) {
+    if (changed.notes.get() != nullptr) {
+        changed.notes->forget();
+    }
+}
+
+// What is only added can be added to what is known.
+template <typename T, typename Added>
+void _outdate_by(const T& changed, const Added& added) {
+    _outdate_marks(changed);
+    if (changed.notes.get() != nullptr && changed.notes->structure != nullptr &&
+        !changed.notes->structure->note_added(added)) {
+        changed.notes->structure.reset();
     }
 }
 
@@ -34,9 +60,9 @@ DefaultNodeImpl* _real_node(const graph_ptr<INodeImpl>& node) {
     return dynamic_cast<DefaultNodeImpl*>(node.get());
 }
 
-void _outdate_marks_of(const graph_ptr<INodeImpl>& owner) {
+void _outdate_below(const graph_ptr<INodeImpl>& owner) {
     if (const auto* const known = dynamic_cast<DefaultRootNodeImpl*>(owner.get())) {
-        _outdate_marks(*known);
+        _outdate(*known);
     }
 }
 
@@ -89,7 +115,7 @@ void _unlink_edges_in(DefaultNodeImpl& node) {
 // The last steps for a node whose inside is gone already. Deliberate: the edges out are merely
 // forgotten, so they stay in the sets of their targets with this node as their source.
 void _bury(DefaultNodeImpl& node) {
-    _outdate_marks(node);
+    _outdate(node);
     _unlink_edges_in(node);
     node.owner.reset();
     node.owned->clear();
@@ -173,11 +199,12 @@ graph_ptr<IEdgeImpl> DefaultRootNodeImpl::link_to(graph_ptr<INodeImpl>) {
 graph_ptr<INodeImpl> DefaultRootNodeImpl::add_node() {
     graph_ptr<INodeImpl> node(new DefaultNodeImpl(this));
     owned->push_back(node);
-    _outdate_marks(*this);
+    _outdate_by(*this, node);
     return node;
 }
 
 void DefaultRootNodeImpl::remove() {
+    _outdate(*this);
     _delete_inside(owned);
 }
 
@@ -262,8 +289,10 @@ graph_ptr<IEdgeImpl> DefaultNodeImpl::link_to(graph_ptr<INodeImpl> target) {
     _forget(children_cache);
     to->edges_in->push_back(edge);
     _forget(to->parents_cache);
-    _outdate_marks(*this);
-    _outdate_marks(*to);
+    _outdate_by(*this, edge);
+    if (to->notes.get() != notes.get()) {
+        _outdate_by(*to, edge);
+    }
     return edge;
 }
 
@@ -290,10 +319,11 @@ void DefaultNodeImpl::set_owner(graph_ptr<INodeImpl> new_owner) {
     if (const graph_ptr<node_impl_vector> siblings = _owned_of(new_owner);
         siblings.get() != nullptr) {
         const graph_ptr<INodeImpl> keep(this);
+        _outdate(*this);
         unlink_owner();
         owner = new_owner;
         siblings->push_back(keep);
-        _outdate_marks_of(owner);
+        _outdate_below(owner);
     }
 }
 
@@ -301,7 +331,7 @@ void DefaultNodeImpl::unlink_owner() {
     if (owner.get() == nullptr) {
         return;
     }
-    _outdate_marks_of(owner);
+    _outdate_below(owner);
     if (const graph_ptr<node_impl_vector> siblings = _owned_of(owner); siblings.get() != nullptr) {
         erase_found(*siblings, graph_ptr<INodeImpl>(this));
     }
@@ -319,6 +349,7 @@ void DefaultNodeImpl::delete_edge_from(graph_ptr<IEdgeImpl> edge) {
     if (DefaultNodeImpl* const from = _real_node(edge->from())) {
         erase_found(*from->edges_out, edge);
         _forget(from->children_cache);
+        _outdate(*from);
     }
     edge->remove();
 }
@@ -328,14 +359,14 @@ void DefaultNodeImpl::delete_edge_to(graph_ptr<IEdgeImpl> edge) {
     if (DefaultNodeImpl* const to = _real_node(edge->to())) {
         erase_found(*to->edges_in, edge);
         _forget(to->parents_cache);
-        _outdate_marks(*to);
+        _outdate(*to);
     }
 }
 
 void DefaultNodeImpl::remove_edge(graph_ptr<IEdgeImpl> edge) {
     erase_found(*edges_out, edge);
     _forget(children_cache);
-    _outdate_marks(*this);
+    _outdate(*this);
     delete_edge_to(edge);
 }
 

@@ -6,6 +6,7 @@
 #include "nurvex7/model/fwd.h"
 
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -134,15 +135,35 @@ inline bool operator!=(int id, const graph_ptr<IEdgeImpl>& a) {
     return a->get_id() != id;
 }
 
-/// Whether the drawn marks that MarkDrawnIn has written below a root still hold. The root and all
-/// nodes and edges of which it has read or written something share one of these and tell it of
-/// changes.
-class DrawnMarks final : public Countable {
+/// What has been found out below a root, and holds until somebody tells of a change.
+///
+/// The root and all nodes and edges that were looked at share one of these and tell it: nodes of
+/// who they own and how they are joined, both of the flags that decide what is drawn.
+class NURVEX7_API GraphNotes final : public Countable {
 public:
-    ~DrawnMarks() override;
+    GraphNotes();
+    ~GraphNotes() override;
 
-    bool current = false;
+    /// Something is owned, joined or gone otherwise than before.
+    void forget();
+
+    bool drawn_marks_hold = false; ///< those that MarkDrawnIn has written
+    /// The answers of the structure queries and what has been added since; null where none are
+    /// kept.
+    std::unique_ptr<KeptStructure> structure;
 };
+
+/// Has a root, a node or an edge tell these notes of changes, and no others. What others have noted
+/// may not hold for it from here on.
+template <typename T>
+void tell_notes(T& item, const graph_ptr<GraphNotes>& notes) {
+    if (item.notes.get() != notes.get()) {
+        if (item.notes.get() != nullptr) {
+            item.notes->forget();
+        }
+        item.notes = notes;
+    }
+}
 
 /// The root of a graph: owns the top-level nodes, has id 0 and no edges, and cannot be flagged.
 class NURVEX7_API DefaultRootNodeImpl : public INodeImpl {
@@ -168,7 +189,7 @@ public:
     void set_owner(graph_ptr<INodeImpl> new_owner) override;
 
     graph_ptr<node_impl_vector> owned;
-    graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
+    graph_ptr<GraphNotes> notes; ///< null before anybody looks
 };
 
 /// A real node. Live from add_node until it or an owner above it is removed; afterwards it has a
@@ -238,7 +259,7 @@ public:
     int condition = 0;
     int id;
     std::string caption;
-    graph_ptr<DrawnMarks> marks; ///< null before the first MarkDrawnIn
+    graph_ptr<GraphNotes> notes; ///< null before anybody looks
 };
 
 /// A break node: a bend of an edge. Only the visual record of an edge makes them, run by run.

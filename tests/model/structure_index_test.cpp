@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
@@ -112,6 +113,78 @@ TEST(StructureIndex, AnswersAsTheQueriesDoAtTheEdgesOfAGraph) {
     expect_the_plain_answers(island);
     expect_the_plain_answers(StructureIndex(graph->GetRoot()));
     owner.Remove();
+}
+
+/// Changes a nest, or the other graph that it may be joined with, in one of the ways that there
+/// are. Gives whether something has only been added to it.
+bool change(RandomNest& nest, std::vector<Node>& others, const Node& other_root) {
+    const bool beside = nest.below(20) == 0;
+    const std::vector<Node> ends{nest.pick(), beside ? others[nest.below(2)] : nest.pick()};
+    Node node = ends[nest.below(2)];
+    switch (nest.below(12)) {
+    case 0:
+        (beside ? others[0] : node).SetOwner(beside ? other_root : nest.pick());
+        return false;
+    case 1:
+        if (!IsRoot(node)) {
+            others[nest.below(2)] = node; // a removed node can be linked, and come back
+            node.Remove();
+            std::erase_if(nest.nodes, [](const Node& n) { return n.IsDummy(); });
+        }
+        return false;
+    case 2: {
+        Edge edge = nest.edges[nest.below(static_cast<unsigned>(nest.edges.size()))];
+        if (edge.get_impl()->from().get() != nullptr) {
+            edge.Remove();
+        }
+        return false;
+    }
+    case 3:
+    case 4:
+    case 5:
+        nest.nodes.push_back(node.IsDummy() ? nest.graph->GetRoot().AddNode() : node.AddNode());
+        return true;
+    default:
+        if (!IsRoot(ends[0]) && !IsRoot(ends[1])) {
+            nest.edges.push_back(Node(ends[0]).LinkTo(ends[1]));
+        }
+        return !beside;
+    }
+}
+
+TEST(StructureIndex, KeptAnswersFollowEveryChange) {
+    int kept_on = 0;
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomNest nest(seed);
+        graph_ptr2<Graph> other_graph(new Graph, true);
+        std::vector<Node> others;
+        for (int i = 0; i < 2; ++i) {
+            others.push_back(other_graph->GetRoot().AddNode());
+        }
+        std::shared_ptr<const StructureIndex> at_work;
+        const StructureIndex* before = nullptr;
+        for (int step = 0; step < 25; ++step) {
+            SCOPED_TRACE(step);
+            bool only_added = true;
+            for (unsigned i = nest.below(4); i > 0; --i) {
+                only_added = change(nest, others, other_graph->GetRoot()) && only_added;
+            }
+            const std::size_t count = at_work != nullptr ? at_work->GetCount() : 0;
+            const auto kept = StructureIndex::For(nest.graph->GetRoot());
+            ASSERT_EQ(at_work != nullptr ? at_work->GetCount() : 0, count) << "somebody is at work";
+            at_work = step % 5 == 0 ? kept : nullptr;
+            expect_the_plain_answers(*kept);
+            const StructureIndex anew(nest.graph->GetRoot());
+            ASSERT_EQ(kept->GetNodes().size(), anew.GetNodes().size());
+            ASSERT_EQ(kept->IsTwoWay(), anew.IsTwoWay());
+            kept_on += only_added && kept.get() == before ? 1 : 0;
+            before = StructureIndex::FindKept(nest.graph->GetRoot()).get();
+            StructureIndex::For(other_graph->GetRoot());
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+    EXPECT_GT(kept_on, 800) << "hardly anything was kept";
 }
 
 // Every owner has an edge beside it. Queries that walk their inside would visit a hundred million

@@ -40,21 +40,21 @@ void LayoutProbe::run(std::vector<phase_t>& phases, std::string_view last,
 }
 
 void LayoutProbe::step(phase_t phase) {
-    layout.structure = std::make_unique<StructureIndex>(last_owner.front());
+    layout.structure = std::make_shared<StructureIndex>(last_owner.front());
     (layout.*phase)();
     layout.structure.reset();
 }
 
 void LayoutProbe::force_adjust_block(std::size_t level, DependenceLevel dependence,
                                      bool with_dummies, double lower, double upper) {
-    layout.structure = std::make_unique<StructureIndex>(last_owner.front());
+    layout.structure = std::make_shared<StructureIndex>(last_owner.front());
     std::vector<Node>& nodes = layout.level_nodes[level];
     layout.force_adjust_block(nodes.begin(), nodes.end(), dependence, with_dummies, lower, upper);
     layout.structure.reset();
 }
 
 double LayoutProbe::height(const std::string& caption) {
-    layout.structure = std::make_unique<StructureIndex>(last_owner.front());
+    layout.structure = std::make_shared<StructureIndex>(last_owner.front());
     const double result = layout._get_height(g.node(caption));
     layout.structure.reset();
     return result;
