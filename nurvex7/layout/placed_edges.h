@@ -69,7 +69,8 @@ public:
     };
 
     /// Of the owner of some nodes, which are given all.
-    PlacedEdges(const StructureIndex& answers, local_store& marks, const std::vector<Node>& nodes)
+    PlacedEdges(const StructureIndex& answers, const local_store& marks,
+                const std::vector<Node>& nodes)
         : index(answers), local_info(marks),
           owner_id(nodes.empty() ? 0 : nodes.front().GetOwner().GetID()) {
         // Other phases have numbered the nodes since: from here on the index is asked for each.
@@ -151,7 +152,8 @@ private:
         }
         note = static_cast<int>(edges.size());
         const Edge& edge = index.EdgeAt(number);
-        const LocalEdgeInfo& marks = local_info[edge];
+        const local_store::edge_entry* const known = local_info.edge_info.find(edge.GetID());
+        const LocalEdgeInfo& marks = known != nullptr ? known->second : local_info.default_edge;
         const BreakRun run(edge, owner_id);
         edges.push_back({number, marks.reversed, marks.flat, is_hidden(tail), is_hidden(head),
                          run.get_nodes() == nullptr || !has_one_run(edge), run});
@@ -164,7 +166,7 @@ private:
     }
 
     const StructureIndex& index;
-    local_store& local_info;
+    const local_store& local_info;
     int owner_id;
     std::vector<Placed> edges;
 };
