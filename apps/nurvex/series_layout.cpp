@@ -81,7 +81,7 @@ std::vector<SeriesLayout::Crossings> SeriesLayout::old_crossings() {
     return crossings;
 }
 
-std::span<const NodeEdgePair> SeriesLayout::edges_of(const Crossings& crossings) {
+StructureIndex::Pairs SeriesLayout::edges_of(const Crossings& crossings) {
     return crossings.order == ORDER_IN ? edges_in_of(crossings.node) : edges_out_of(crossings.node);
 }
 
@@ -125,7 +125,7 @@ void SeriesLayout::restore_marks() {
 // Space   owner-relative
 void SeriesLayout::restore_crossings() {
     for (const Crossings& crossings : old_crossings()) {
-        for (const NodeEdgePair& pair : edges_of(crossings)) {
+        for (const auto& pair : edges_of(crossings)) {
             restore_chain(crossings, pair.edge);
         }
     }
@@ -237,14 +237,16 @@ void SeriesLayout::renew_crossings() {
     std::vector<Crossings> cut_off;
     std::set<int> gone;
     for (const Crossings& crossings : old_crossings()) {
-        const std::span<const NodeEdgePair> edges = edges_of(crossings);
-        if (std::all_of(edges.begin(), edges.end(), [&](const NodeEdgePair& pair) {
-                return reaches_border(crossings, pair.edge);
-            })) {
+        const StructureIndex::Pairs edges = edges_of(crossings);
+        bool all_reach = true;
+        for (const auto& pair : edges) {
+            all_reach = all_reach && reaches_border(crossings, pair.edge);
+        }
+        if (all_reach) {
             continue;
         }
         cut_off.push_back(crossings);
-        for (const NodeEdgePair& pair : edges) {
+        for (const auto& pair : edges) {
             NodeSet bends = pair.edge.GetBreakNodesIn(crossings.node.GetOwner());
             for (int i = 0; i < bends.GetCount(); ++i) {
                 gone.insert(bends.GetItem(i).GetID());
@@ -282,7 +284,7 @@ void SeriesLayout::mark_crossings() {
             continue;
         }
         for (const Order order : {ORDER_IN, ORDER_OUT}) {
-            for (const NodeEdgePair& pair : edges_of({node, order})) {
+            for (const auto& pair : edges_of({node, order})) {
                 NodeSet bends = pair.edge.GetBreakNodesIn(node.GetOwner());
                 const int last = last_on_level(order, bends.GetCount());
                 for (int i = first_on_level(order); i <= last; ++i) {

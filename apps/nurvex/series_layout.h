@@ -3,7 +3,6 @@
 #include "nurvex7/layout/inc_layout.h"
 
 #include <map>
-#include <span>
 #include <vector>
 
 namespace nurvex {
@@ -42,7 +41,7 @@ private:
     std::map<double, double> find_rooms();
     bool stood_before(const nurvex7::Node& node);
     std::vector<Crossings> old_crossings();
-    std::span<const nurvex7::NodeEdgePair> edges_of(const Crossings& crossings);
+    nurvex7::StructureIndex::Pairs edges_of(const Crossings& crossings);
     void restore_chain(const Crossings& crossings, const nurvex7::Edge& edge);
     bool reaches_border(const Crossings& crossings, const nurvex7::Edge& edge);
 
