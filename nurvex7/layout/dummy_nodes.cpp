@@ -80,24 +80,23 @@ void IncLayout::put_dummy_on_level(const Node& dummy, int level) {
 // The chain of an edge between two owned nodes. The list runs from the tail to the head, also where
 // that is downwards. On each level crossed stand two consecutive bends, left and right; one of them
 // is on the level, its partner is placed with it.
-void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, Edge edge) {
-    const Node owner = from.GetOwner();
+void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, const Edge& edge) {
+    const int owner_id = from.GetOwner().GetID();
     const int d = (*cur_info)[to].level - (*cur_info)[from].level;
-    edge.RemoveBreakNodesIn(owner);
     if (d == 0) {
-        edge.AddBreakNodesIn(owner, 6);
+        BreakRun::Renew(edge, owner_id, 6);
         count_wrap(from, to);
         return;
     }
     if (d == 1) {
         mark_as_neighbours(from, to, edge);
-        edge.AddBreakNodesIn(owner, 4);
+        BreakRun::Renew(edge, owner_id, 4);
         return;
     }
     if (d == -1) {
         mark_as_neighbours(to, from, edge);
         count_wrap(from, to);
-        edge.AddBreakNodesIn(owner, 8);
+        BreakRun::Renew(edge, owner_id, 8);
         return;
     }
     // A reversed edge has four bends more: it turns around both of its end nodes.
@@ -107,12 +106,11 @@ void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, Edg
     if (reversed) {
         count_wrap(from, to);
     }
-    edge.AddBreakNodesIn(owner, length);
-    insert_chain(from, to, edge, skipped, d > 0 ? 1 : -1);
+    insert_chain(from, to, BreakRun::Renew(edge, owner_id, length), edge, skipped, d > 0 ? 1 : -1);
 }
 
-void IncLayout::insert_chain(const Node& from, const Node& to, const Edge& edge, int skipped,
-                             int sign) {
+void IncLayout::insert_chain(const Node& from, const Node& to, const BreakRun& b, const Edge& edge,
+                             int skipped, int sign) {
     const auto join = [&](const Node& before, const Node& after) {
         if (sign > 0) {
             mark_as_neighbours(before, after, edge);
@@ -120,7 +118,6 @@ void IncLayout::insert_chain(const Node& from, const Node& to, const Edge& edge,
             mark_as_neighbours(after, before, edge);
         }
     };
-    const BreakRun b(edge, from.GetOwner());
     const int end = b.get_count() - skipped;
     int level = (*cur_info)[from].level + sign;
     Node prev = from;

@@ -121,8 +121,9 @@ protected:
     // Dummy nodes (dummy_nodes.cpp)
     void place_nodes_on_levels();
     void insert_dummy_nodes_inout(const Node& node, Order order);
-    void insert_dummy_nodes_between(const Node& from, const Node& to, Edge edge);
-    void insert_chain(const Node& from, const Node& to, const Edge& edge, int skipped, int sign);
+    void insert_dummy_nodes_between(const Node& from, const Node& to, const Edge& edge);
+    void insert_chain(const Node& from, const Node& to, const BreakRun& b, const Edge& edge,
+                      int skipped, int sign);
     void put_dummy_on_level(const Node& dummy, int level);
     void count_wrap(const Node& from, const Node& to);
     bool holds_real_node_last() const;

@@ -159,12 +159,13 @@ void IncLayout::shift_level_table(int k, int longest) {
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
     const std::unique_ptr<const RunNodes> run = make_run_nodes();
-    for (int i = 0; i < run->get_count(); ++i) {
+    const auto place = [&](std::size_t turn) {
+        const int i = static_cast<int>(turn);
         const RunNodes::Past& past = run->at(i);
         if (past.hidden) {
-            continue;
+            return;
         }
-        const Node& n = nodes[static_cast<std::size_t>(i)];
+        const Node& n = nodes[turn];
         if (past.is_new()) {
             level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
             insert_dummy_nodes_inout(n, ORDER_IN);
@@ -177,7 +178,21 @@ void IncLayout::place_new_nodes() {
                                            structure->EdgeAt(link.edge));
             }
         }
-    }
+    };
+    const auto for_each_edge = [&](std::size_t i, auto ask) {
+        for (const RunNodes::Link& link : run->children_of(static_cast<int>(i))) {
+            ask(structure->EdgeAt(link.edge));
+        }
+    };
+    for_each_ahead(
+        nodes.size(), place,
+        [&](std::size_t i) { for_each_edge(i, [](const Edge& edge) { prefetch(&edge); }); },
+        [&](std::size_t i) {
+            for_each_edge(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
+        },
+        [&](std::size_t i) {
+            for_each_edge(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
+        });
 }
 
 } // namespace nurvex7

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
@@ -72,24 +73,23 @@ inline const void* place_address(const INodeImpl& node) {
     return node.known_vis;
 }
 
-/// Calls `f(node)` for the nodes of a level in their order.
-///
-/// Along a level neighbours lie far apart in memory, so that most of the time of a walk is spent
-/// waiting for the next one. The walk asks for what it comes to soon: first the node, a little
-/// later the record that it remembers.
+/// Calls `f(node)` for the nodes of a level in their order, and asks long before for each node and
+/// its place, and for the run and the edge of a dummy node.
 template <typename Level, typename F>
 void for_each_on_level(Level& level, F f) {
-    constexpr std::size_t SOON = 6;
-    const std::size_t count = level.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i + 2 * SOON < count) {
-            __builtin_prefetch(level[i + 2 * SOON].get_impl().get());
-        }
-        if (i + SOON < count) {
-            __builtin_prefetch(place_address(*level[i + SOON].get_impl()));
-        }
-        f(level[i]);
-    }
+    const auto run_of = [&](std::size_t i) { return level[i].get_impl()->run; };
+    for_each_ahead(
+        level.size(), [&](std::size_t i) { f(level[i]); },
+        [&](std::size_t i) { __builtin_prefetch(level[i].get_impl().get()); },
+        [&](std::size_t i) {
+            __builtin_prefetch(place_address(*level[i].get_impl()));
+            __builtin_prefetch(run_of(i));
+        },
+        [&](std::size_t i) {
+            if (run_of(i) != nullptr) {
+                __builtin_prefetch(run_of(i)->get_edge().get());
+            }
+        });
 }
 
 /// Lists of things, one list for each place, in one piece of memory.

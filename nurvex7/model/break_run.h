@@ -27,6 +27,21 @@ public:
         count = nodes != nullptr ? nodes->GetCount() : held->GetCount();
     }
 
+    /// Drops the run of an edge in an owner, and makes one of `count` new break nodes.
+    static BreakRun Renew(const Edge& edge, int owner_id, int count) {
+        const IEdgeImpl& impl = *edge.get_impl();
+        DefaultEdgeVis* const known = impl.known_vis;
+        if (known != nullptr && known->store == edge.get_vis().get()) {
+            known->remove_break_nodes_in(owner_id);
+            known->add_break_nodes_in(owner_id, count);
+        } else {
+            const graph_ptr<IEdgeVis> record = edge.get_vis()->get_edge_vis(edge.get_impl());
+            record->remove_break_nodes_in(owner_id);
+            record->add_break_nodes_in(owner_id, count);
+        }
+        return BreakRun(edge, owner_id);
+    }
+
     int get_count() const { return count; }
     /// Duty: 0 <= index < get_count()
     Node at(int index) const { return Node(vis, impl_at(index)); }
