@@ -156,16 +156,22 @@ public:
     template <typename F>
     void for_each(F f) {
         sort_pages();
+        for_each_unordered(f);
+    }
+    template <typename F>
+    void for_each(F f) const {
+        const_cast<IdMap*>(this)->for_each([&](int id, const T& record) { f(id, record); });
+    }
+
+    /// The same. Order: none, but that of neighbouring ids
+    template <typename F>
+    void for_each_unordered(F f) {
         for (const auto& page : pages) {
             for (std::uint32_t left = page->used; left != 0; left &= left - 1) {
                 const int i = std::countr_zero(left);
                 f(id_of(*page, i), *page->at(i));
             }
         }
-    }
-    template <typename F>
-    void for_each(F f) const {
-        const_cast<IdMap*>(this)->for_each([&](int id, const T& record) { f(id, record); });
     }
 
 private:

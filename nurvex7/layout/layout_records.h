@@ -95,6 +95,15 @@ struct LocalNodeInfo {
     std::int32_t order = -1;     ///< place in the enumeration that breaks cycles
     Segments in_neighbours;      ///< to the next lower level
     Segments out_neighbours;     ///< to the next higher level
+
+    template <typename F>
+    void for_each_neighbour(F f) const {
+        for (const Segments* const side : {&in_neighbours, &out_neighbours}) {
+            for (const NodeEdgePair& pair : *side) {
+                f(pair.node);
+            }
+        }
+    }
 };
 
 /// What a run knows of an edge.

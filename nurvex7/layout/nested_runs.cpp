@@ -130,8 +130,8 @@ void IncLayout::remember_old_drawing(const Node& owner) {
     old_info.edge_info = std::move(cur_info->edge_info);
     cur_info->clear();
     // A node that met a Resize before it ever had a level comes out of it as old, on no level. It
-    // has nothing to be restored to, so it counts as new.
-    old_info.node_info.for_each([&](NodeInfo& info) {
+    // has nothing to be restored to, so it counts as new. Break nodes count with their edge.
+    old_info.node_info.for_each_by_id([&](NodeInfo& info) {
         if (info.level < 0) {
             info = old_info.default_node;
         }
@@ -150,9 +150,7 @@ void IncLayout::take_old_drawing_back(const Node& owner) {
     };
     old_info.node_info.for_each_node(
         [&](Node node) { node.SetPosition(taken_back(node.GetPosition())); },
-        [&](BreakNodes& run, int i) {
-            run.set_place_of(run.own_node(i), taken_back(run.own_place(i)));
-        });
+        [&](BreakNodes& run, int i) { run.set_place_at(i, taken_back(run.own_place(i))); });
 }
 
 StructureIndex::Pairs IncLayout::children_of(const Node& node) {

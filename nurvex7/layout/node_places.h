@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 namespace nurvex7 {
@@ -52,12 +53,23 @@ public:
             }
             return;
         }
-        records.for_each([&](int, auto& entry) {
-            const int place = find(entry.first);
+        using entry_t = std::remove_reference_t<decltype(*records.find(0))>;
+        std::vector<entry_t*> entries;
+        entries.reserve(records.size());
+        records.for_each_unordered([&](int, entry_t& entry) { entries.push_back(&entry); });
+        const auto take = [&](std::size_t i) {
+            const int place = find(entries[i]->first);
             if (place >= 0 && static_cast<std::size_t>(place) < count) {
-                f(static_cast<std::size_t>(place), entry.second);
+                f(static_cast<std::size_t>(place), entries[i]->second);
             }
-        });
+        };
+        for_each_ahead(
+            entries.size(), take,
+            [&](std::size_t i) { __builtin_prefetch(entries[i]->first.get_impl().get()); },
+            [&](std::size_t i) {
+                entries[i]->second.for_each_neighbour(
+                    [](const Node& n) { __builtin_prefetch(n.get_impl().get()); });
+            });
     }
 
 private:

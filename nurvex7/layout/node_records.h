@@ -106,15 +106,21 @@ public:
     /// Calls `f(record)` for every record. Order: none
     template <typename F>
     void for_each(F f) {
-        by_id.for_each([&](int, entry& e) { f(e.second); });
+        by_id.for_each_unordered([&](int, entry& e) { f(e.second); });
         for_each_bend([&](BreakNodes&, int, N& record) { f(record); });
+    }
+
+    /// Likewise, but for the records of break nodes that lie in their runs.
+    template <typename F>
+    void for_each_by_id(F f) {
+        by_id.for_each_unordered([&](int, entry& e) { f(e.second); });
     }
 
     /// Calls `on_node(node)` or `on_bend(piece, index)` for every node that has a record, the
     /// latter for the break nodes whose records lie in their runs. Order: none
     template <typename F, typename G>
     void for_each_node(F on_node, G on_bend) {
-        by_id.for_each([&](int, entry& e) { on_node(e.first); });
+        by_id.for_each_unordered([&](int, entry& e) { on_node(e.first); });
         for_each_bend([&](BreakNodes& piece, int index, N&) { on_bend(piece, index); });
     }
 
