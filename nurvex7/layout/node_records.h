@@ -148,7 +148,8 @@ private:
     }
 
     /// Where the records of a piece lie; nothing where they have to go by id: other tables have
-    /// taken all the room, or the places are not those of this store.
+    /// taken all the room, or the places are not those of this store. A piece of which some record
+    /// may lie by id already is left to that.
     BreakNodes::Notes notes_in(BreakNodes& piece, const graph_ptr<IGraphVis>& store) {
         if (tag == nullptr) {
             tag = std::make_unique<char>();
@@ -159,7 +160,7 @@ private:
         if (vis.get() == nullptr) {
             vis = store;
         }
-        if (vis.get() != store.get() || piece.get_store() != store.get()) {
+        if (has_bends_by_id || vis.get() != store.get() || piece.get_store() != store.get()) {
             return {};
         }
         const BreakNodes::Notes taken = piece.take_notes(tag.get());
