@@ -279,7 +279,7 @@ private:
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<LevelGraph> level_graph;         ///< per phase of the level assignment
-    std::unique_ptr<RunNodes> run_nodes;             ///< per restore_old_levels
+    std::unique_ptr<RunNodes> run_nodes;             ///< per phase of an Update that asks for it
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
     int served_id = NOBODY;             ///< the owner whose inside has been served already
 };

@@ -181,7 +181,11 @@ void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
 
 // Most edges of a drawing run forwards, and most have no record yet, which says the same.
 void IncLayout::mark_edges_by_level(const std::vector<Node>& list) {
-    const RunNodes run(*structure, list, old_info);
+    const bool whole_run = run_nodes != nullptr && &list == &nodes;
+    const std::unique_ptr<RunNodes> alone =
+        whole_run ? nullptr : std::make_unique<RunNodes>(*structure, list, old_info);
+    RunNodes& run = whole_run ? *run_nodes : *alone;
+    run.take_notes_back();
     std::vector<int> levels;
     levels.reserve(list.size());
     for (int i = 0; i < run.get_count(); ++i) {

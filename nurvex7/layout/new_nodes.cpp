@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cstddef>
+#include <typeinfo>
 #include <vector>
 
 namespace nurvex7 {
@@ -56,7 +57,12 @@ std::size_t IncLayout::_nearest_space(const std::vector<FreeSpace>& spaces, doub
 // Leaves  old nodes where they are; every level is finished before the next is begun
 // Space   owner-relative
 void IncLayout::calculate_new_nodes_y_coords() {
+    // The old nodes of a level stand first, unless a phase of a derived layout has seen to it.
+    const bool old_stand_first = typeid(*this) == typeid(IncLayout);
     for (std::vector<Node>& level : level_nodes) {
+        if (old_stand_first && !level.empty() && !_is_new(level.back())) {
+            continue;
+        }
         const auto first =
             std::find_if(level.begin(), level.end(), [this](const Node& n) { return _is_new(n); });
         if (first != level.end()) {

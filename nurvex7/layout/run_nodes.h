@@ -36,12 +36,19 @@ public:
         places.reserve(list.size());
         past.reserve(list.size());
         for (const Node& node : list) {
-            const int place = index.FindPlace(node);
-            if (place >= 0) {
-                index.NoteOfPlace(place) = get_count();
-            }
-            places.push_back(place);
+            places.push_back(index.FindPlace(node));
             past.push_back(past_of(node));
+        }
+        take_notes_back();
+    }
+
+    /// To be called after somebody else has numbered places.
+    void take_notes_back() {
+        for (int i = 0; i < get_count(); ++i) {
+            const int place = places[static_cast<std::size_t>(i)];
+            if (place >= 0) {
+                index.NoteOfPlace(place) = i;
+            }
         }
     }
 
