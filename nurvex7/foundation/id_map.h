@@ -97,6 +97,20 @@ public:
     }
     const T* find(int id) const { return const_cast<IdMap*>(this)->find(id); }
 
+    // What a walk over many ids asks for before it looks one up: first where its page is found, a
+    // little later the page.
+    void ask_for_slot(int id) const {
+        if (!table.empty()) {
+            __builtin_prefetch(&table[slot_of(id >> PAGE_BITS)]);
+        }
+    }
+    void ask_for_page(int id) const {
+        if (const Page* const page = find_page(id >> PAGE_BITS)) {
+            __builtin_prefetch(page);
+            __builtin_prefetch(page->at(id & (PAGE_SIZE - 1)));
+        }
+    }
+
     /// The record of an id, made from the arguments where there is none.
     template <typename... Args>
     T& find_or_make(int id, Args&&... args) {

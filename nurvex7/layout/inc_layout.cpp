@@ -128,6 +128,7 @@ void IncLayout::run(const std::vector<phase_t>& phases) {
     for (const phase_t phase : phases) {
         (this->*phase)();
     }
+    run_nodes.reset();
 }
 
 } // namespace nurvex7

@@ -270,6 +270,7 @@ private:
     auto with_level_graph(const std::vector<Node>& list, F f);
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
     std::unique_ptr<RunNodes> make_run_nodes() const;
+    RunNodes& take_run_nodes();
     bool assign_levels_by_groups();
     void assign_new_levels(std::vector<Node>& component, bool all_new);
     void mark_edges_by_level(const std::vector<Node>& list);
@@ -279,7 +280,7 @@ private:
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<LevelGraph> level_graph;         ///< per phase of the level assignment
-    std::unique_ptr<RunNodes> run_nodes;             ///< per phase of an Update that asks for it
+    std::unique_ptr<RunNodes> run_nodes;             ///< per run, from the first phase that asks on
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
     int served_id = NOBODY;             ///< the owner whose inside has been served already
 };

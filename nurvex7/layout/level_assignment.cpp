@@ -181,11 +181,10 @@ void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
 
 // Most edges of a drawing run forwards, and most have no record yet, which says the same.
 void IncLayout::mark_edges_by_level(const std::vector<Node>& list) {
-    const bool whole_run = run_nodes != nullptr && &list == &nodes;
-    const std::unique_ptr<RunNodes> alone =
-        whole_run ? nullptr : std::make_unique<RunNodes>(*structure, list, old_info);
-    RunNodes& run = whole_run ? *run_nodes : *alone;
-    run.take_notes_back();
+    const bool whole_run = &list == &nodes;
+    const std::unique_ptr<const RunNodes> alone =
+        whole_run ? nullptr : std::make_unique<const RunNodes>(*structure, list, old_info);
+    const RunNodes& run = whole_run ? take_run_nodes() : *alone;
     std::vector<int> levels;
     levels.reserve(list.size());
     for (int i = 0; i < run.get_count(); ++i) {

@@ -158,10 +158,10 @@ void IncLayout::shift_level_table(int k, int longest) {
 // Puts every new node on its level and has the dummy chains of all new edges built, also of those
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
-    const std::unique_ptr<const RunNodes> run = make_run_nodes();
+    const RunNodes& run = take_run_nodes();
     const auto place = [&](std::size_t turn) {
         const int i = static_cast<int>(turn);
-        const RunNodes::Past& past = run->at(i);
+        const RunNodes::Past& past = run.at(i);
         if (past.hidden) {
             return;
         }
@@ -171,17 +171,20 @@ void IncLayout::place_new_nodes() {
             insert_dummy_nodes_inout(n, ORDER_IN);
             insert_dummy_nodes_inout(n, ORDER_OUT);
         }
-        for (const RunNodes::Link& link : run->children_of(i)) {
-            const RunNodes::Past head = run->at_place(link.node);
-            if (!head.hidden && run->is_new_edge(past, link, head)) {
+        for (const RunNodes::Link& link : run.children_of(i)) {
+            const RunNodes::Past head = run.at_place(link.node);
+            if (!head.hidden && run.is_new_edge(i, link, head)) {
                 insert_dummy_nodes_between(n, structure->NodeAt(link.node),
                                            structure->EdgeAt(link.edge));
             }
         }
     };
-    const auto for_each_edge = [&](std::size_t i, auto ask) {
-        for (const RunNodes::Link& link : run->children_of(static_cast<int>(i))) {
-            ask(structure->EdgeAt(link.edge));
+    const auto for_each_edge = [&](std::size_t turn, auto ask) {
+        const int i = static_cast<int>(turn);
+        for (const RunNodes::Link& link : run.children_of(i)) {
+            if (!run.is_recorded(i, link)) {
+                ask(structure->EdgeAt(link.edge));
+            }
         }
     };
     for_each_ahead(

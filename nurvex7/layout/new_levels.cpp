@@ -99,7 +99,7 @@ private:
 // Leaves  a level for every node; 0 for one that goes before the old first level
 // Space   none
 void IncLayout::determine_new_nodes_levels() {
-    run_nodes = make_run_nodes();
+    take_run_nodes();
     if (!assign_levels_by_groups()) {
         level_graph = make_level_graph(nodes);
         std::vector<std::vector<Node>> components;
@@ -112,7 +112,6 @@ void IncLayout::determine_new_nodes_levels() {
         level_graph.reset();
     }
     mark_reversed_edges(&nodes, false);
-    run_nodes.reset();
 }
 
 // False where the new nodes cannot be told from the rest without a look at every component.

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace nurvex7 {
@@ -63,7 +65,6 @@ void IncLayout::restore_old_levels() {
             restore_old_dummy(n);
         }
     }
-    run_nodes.reset();
     for (std::vector<Node>& level : level_nodes) {
         _sort_by_y(level);
     }
@@ -88,12 +89,12 @@ void IncLayout::restore_old_dummy(const Node& n) {
     if (i < 0) {
         return;
     }
-    const RunNodes::Past& tail = run.at(i);
+    const NodeInfo tail = run.at(i).info;
     for (const RunNodes::Link& link : run.children_of(i)) {
         const RunNodes::Past head = run.at_place(link.node);
-        const int rise = head.info.level - tail.info.level;
+        const int rise = head.info.level - tail.level;
         // Between adjacent levels no bend has a level to return to.
-        if (!head.hidden && std::abs(rise) > 1 && !run.is_new_edge(tail, link, head)) {
+        if (!head.hidden && std::abs(rise) > 1 && !run.is_new_edge(i, link, head)) {
             restore_chain(n, structure->EdgeAt(link.edge), rise < 0);
         }
     }
@@ -125,6 +126,17 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, bool reversed)
 
 std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
     return std::make_unique<RunNodes>(*structure, nodes, old_info);
+}
+
+// The nodes as a phase before has left them. A derived layout may have changed the tables since.
+RunNodes& IncLayout::take_run_nodes() {
+    if (run_nodes == nullptr || typeid(*this) != typeid(IncLayout)) {
+        run_nodes = make_run_nodes();
+    } else {
+        run_nodes->take_notes_back();
+        run_nodes->read_flags_again(nodes);
+    }
+    return *run_nodes;
 }
 
 } // namespace nurvex7
