@@ -1,5 +1,6 @@
 #include "nurvex7/model/structure_index.h"
 
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/model/queries.h"
 
 #include <algorithm>
@@ -81,7 +82,7 @@ public:
     Lifting(StructureIndex& of, Surroundings& around,
             graph_ptr<INodeImpl> (IEdgeImpl::*edge_end)() const);
 
-    void lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)());
+    void lift_edges(bool out);
     void lift_edge(int near_end, const graph_ptr<IEdgeImpl>& at_work,
                    const graph_ptr<INodeImpl>& far_end);
     void merge_siblings_into(Relation& relation) { merge_into(relation, siblings); }
@@ -130,22 +131,60 @@ StructureIndex::Lifting::Lifting(StructureIndex& of, Surroundings& around,
     : index(of), surroundings(around), far_end_of(edge_end), top_is_root(IsRoot(of.nodes.front())),
       own_root(top_is_root ? 0 : around.find_above(of.nodes.front().get_impl()).root) {}
 
-void StructureIndex::Lifting::lift_edges(graph_ptr<edge_impl_set> (INodeImpl::*node_edges)()) {
+void StructureIndex::Lifting::lift_edges(bool out) {
     if (own_root == Surroundings::NOWHERE) {
         return;
     }
-    for (int place = 1; place < static_cast<int>(index.nodes.size()); ++place) {
-        INodeImpl& near_end = *index.nodes[static_cast<std::size_t>(place)].get_impl();
-        const graph_ptr<edge_impl_set> own_edges = (near_end.*node_edges)();
+    const auto lift_all = [&](std::size_t place) {
+        INodeImpl& near_end = *index.nodes[place].get_impl();
+        const graph_ptr<edge_impl_set> own_edges =
+            out ? near_end.get_edges_out() : near_end.get_edges_in();
         const int count = own_edges->GetCount();
         for (int i = 0; i < count; ++i) {
             const graph_ptr<IEdgeImpl> at_work = own_edges->GetItem(i);
             const graph_ptr<INodeImpl> far_end = ((*at_work).*far_end_of)();
             if (far_end.get() != nullptr) {
-                lift_edge(place, at_work, far_end);
+                lift_edge(static_cast<int>(place), at_work, far_end);
             }
         }
-    }
+    };
+    // Nodes and edges of other kinds are not asked for.
+    const auto edges_at = [&](std::size_t place) -> edge_impl_vector* {
+        INodeImpl& node = *index.nodes[place].get_impl();
+        if (typeid(node) != typeid(DefaultNodeImpl)) {
+            return nullptr;
+        }
+        const auto& real = static_cast<const DefaultNodeImpl&>(node);
+        return (out ? real.edges_out : real.edges_in).get();
+    };
+    const auto for_each_edge = [&](std::size_t place, auto ask) {
+        edge_impl_vector* const edges = edges_at(place);
+        for (int i = 0; edges != nullptr && i < edges->GetCount(); ++i) {
+            ask((*edges)[i]);
+        }
+    };
+    for_each_ahead(
+        index.nodes.size(), [&](std::size_t place) { place > 0 ? lift_all(place) : void(); },
+        [&](std::size_t place) { prefetch(index.nodes[place].get_impl().get()); },
+        [&](std::size_t place) { prefetch(edges_at(place)); },
+        [&](std::size_t place) {
+            edge_impl_vector* const edges = edges_at(place);
+            if (edges != nullptr && edges->GetCount() > 0) {
+                prefetch(&(*edges)[0]);
+            }
+        },
+        [&](std::size_t place) {
+            for_each_edge(place, [](const graph_ptr<IEdgeImpl>& e) { prefetch(e.get()); });
+        },
+        [&](std::size_t place) {
+            for_each_edge(place, [&](const graph_ptr<IEdgeImpl>& e) {
+                const IEdgeImpl& edge = *e;
+                if (typeid(edge) == typeid(DefaultEdgeImpl)) {
+                    const auto& real = static_cast<const DefaultEdgeImpl&>(edge);
+                    prefetch((out ? real.target : real.source).get());
+                }
+            });
+        });
 }
 
 void StructureIndex::Lifting::lift_edge(int near_end, const graph_ptr<IEdgeImpl>& at_work,
@@ -294,13 +333,13 @@ StructureIndex::StructureIndex(const Node& owner) {
     number_for_later();
     Surroundings surroundings(*this);
     Lifting out(*this, surroundings, &IEdgeImpl::to);
-    out.lift_edges(&INodeImpl::get_edges_out);
+    out.lift_edges(/*out=*/true);
     children = out.take_siblings();
     edges_out = out.take_crossings();
     // After removals the edges in of a node and the edges out of its neighbours may differ, so each
     // direction is lifted from its own sets.
     Lifting in(*this, surroundings, &IEdgeImpl::from);
-    in.lift_edges(&INodeImpl::get_edges_in);
+    in.lift_edges(/*out=*/false);
     parents = in.take_siblings();
     edges_in = in.take_crossings();
     place_notes.assign(GetPlaceCount(), 0);
@@ -326,11 +365,11 @@ StructureIndex::StructureIndex(const Node& owner, OnlyRuns) {
     collect_nodes(owner);
     Surroundings surroundings(*this);
     Lifting out(*this, surroundings, &IEdgeImpl::to);
-    out.lift_edges(&INodeImpl::get_edges_out);
+    out.lift_edges(/*out=*/true);
     out.add_sibling_runs();
     out.add_crossing_runs();
     Lifting in(*this, surroundings, &IEdgeImpl::from);
-    in.lift_edges(&INodeImpl::get_edges_in);
+    in.lift_edges(/*out=*/false);
     in.add_crossing_runs();
 }
 

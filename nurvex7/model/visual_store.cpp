@@ -211,13 +211,17 @@ bool _is_out_of_reach(int id, const NodeVisInfo& info) {
 
 // Break nodes come and go with every layout, edges go with their nodes, and an Update looks once
 // more at what was removed: nobody removes all these records. Edges first, as they hold nodes.
+//
+// While a graph grows there is nothing to find: the next sweep is put off until it has doubled.
 void DefaultGraphVis::sweep() {
+    const std::size_t before = node_map.size() + edge_map.size();
     edge_map.erase_if([&](int, const EdgeVisInfo& info) {
         return static_cast<const DefaultEdgeVis&>(*info.vis).is_out_of_reach(node_map);
     });
     node_map.erase_if(_is_out_of_reach);
     const std::size_t left = node_map.size() + edge_map.size();
-    sweep_at = std::max(FIRST_SWEEP, left + left / 8);
+    const bool was_worth_it = before - left > left / 16;
+    sweep_at = std::max(FIRST_SWEEP, left + (was_worth_it ? left / 8 : left));
 }
 
 // Layouts and handlers
