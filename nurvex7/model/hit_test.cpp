@@ -1,6 +1,7 @@
 #include "nurvex7/model/visual_store.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <typeinfo>
@@ -10,8 +11,12 @@ namespace nurvex7 {
 
 namespace {
 
-/// So many segments of a route share a box.
-constexpr int STRETCH = 4;
+/// So many segments of a route share a box at most.
+constexpr std::size_t STRETCH = 4;
+/// A segment that rises more than so many times its length along x has a box for itself. Of a box
+/// around it and its neighbours most would be empty, and a point in the midst of long edges would
+/// lie in the boxes of all of them.
+constexpr double STEEP = 4;
 /// In place of the first break node of a stretch.
 constexpr int WHOLE_ROUTE = -1;
 
@@ -179,8 +184,7 @@ bool DefaultGraphVis::test_stretch(const Stretch& stretch, const EdgeVisInfo& in
         return false;
     }
     const graph_ptr<node_impl_set> route = edge.get_break_nodes();
-    const int last = std::min(stretch.first + STRETCH, route->GetCount() - 1);
-    if (!collector.route_hit(*route, stretch.first, last)) {
+    if (!collector.route_hit(*route, stretch.first, stretch.last)) {
         return true;
     }
     collector.hits->push_back(edge.get_edge_impl());
@@ -198,7 +202,7 @@ DefaultGraphVis::find_stretches_in(const tamsel7::rectangle<double>& area) {
     edge_index.pay_for_changed();
     std::vector<Stretch> found;
     for (const int id : edge_index.changed) {
-        found.push_back({id, WHOLE_ROUTE});
+        found.push_back({id, WHOLE_ROUTE, WHOLE_ROUTE});
     }
     edge_index.boxes.find(
         area, [&](int place) { found.push_back(stretches[static_cast<std::size_t>(place)]); });
@@ -240,16 +244,25 @@ void DefaultGraphVis::index_route(int id, DefaultEdgeVis& edge) {
 // or not at all.
 void DefaultGraphVis::add_stretches(int id) {
     constexpr double FAR = std::numeric_limits<double>::infinity();
-    for (std::size_t first = 0; first + 1 < places.size(); first += STRETCH) {
+    const auto is_steep = [&](std::size_t i) {
+        return std::abs(places[i + 1].y - places[i].y) >
+               STEEP * std::abs(places[i + 1].x - places[i].x);
+    };
+    std::size_t last = 0;
+    for (std::size_t first = 0; first + 1 < places.size(); first = last) {
+        last = first + 1;
+        while (!is_steep(first) && last - first < STRETCH && last + 1 < places.size() &&
+               !is_steep(last)) {
+            ++last;
+        }
         tamsel7::rectangle<double> box{FAR, FAR, -FAR, -FAR};
-        const std::size_t end = std::min(first + STRETCH + 1, places.size());
-        for (std::size_t i = first; i < end; ++i) {
+        for (std::size_t i = first; i <= last; ++i) {
             const tamsel7::point<double>& at = places[i];
             box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x),
                    std::max(box.bottom, at.y)};
         }
         edge_index.boxes.add(box, static_cast<int>(stretches.size()));
-        stretches.push_back({id, static_cast<int>(first)});
+        stretches.push_back({id, static_cast<int>(first), static_cast<int>(last)});
     }
 }
 

@@ -259,7 +259,8 @@ private:
     /// A stretch of a route that has a box of its own.
     struct Stretch {
         int edge_id;
-        int first; ///< the place of its first break node in the route
+        int first; ///< the places of its first and last break node in the route
+        int last;
     };
 
     static constexpr std::size_t FIRST_SWEEP = 1024;
