@@ -27,10 +27,12 @@ void for_each_ahead(std::size_t count, F f, Asks... asks) {
     }
 }
 
-/// Asks for the line of memory that something begins in, and the one behind it.
+/// Asks for the line of memory that something begins in, and the one behind it. Null is nothing.
 inline void prefetch(const void* at) {
-    __builtin_prefetch(at);
-    __builtin_prefetch(static_cast<const char*>(at) + 64);
+    if (at != nullptr) {
+        __builtin_prefetch(at);
+        __builtin_prefetch(static_cast<const char*>(at) + 64);
+    }
 }
 
 } // namespace nurvex7

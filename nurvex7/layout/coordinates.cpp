@@ -175,11 +175,10 @@ void IncLayout::place_passing_edges(double y_shift, PlacedEdges& edges) {
         }
     };
     for_each_ahead(
-        dummies.size(), place, [&](std::size_t i) { prefetch(run_of(i)); },
+        dummies.size(), place, [&](std::size_t i) { BreakNodes::Prefetch(run_of(i)); },
         [&](std::size_t i) {
             if (run_of(i) != nullptr) {
                 prefetch(run_of(i)->get_edge().get());
-                prefetch(run_of(i) + 1);
             }
         });
 }

@@ -135,6 +135,7 @@ protected:
     void shift_old_levels();
     void shift_level_table(int k, int longest);
     void place_new_nodes();
+    void place_if_new(const RunNodes& run, int i);
     bool _is_new(const Node& node);
 
     // Crossing reduction (crossing_reduction.cpp)
@@ -237,7 +238,7 @@ protected:
 private:
     class ForceField; // force_adjustment.cpp
 
-    /// Holds the answers of the structure queries for the length of an outermost run.
+    /// Holds the answers of the structure queries, for the length of an outermost run at least.
     class KeptAnswers {
     public:
         KeptAnswers(IncLayout& l, const Node& owner);

@@ -58,7 +58,7 @@ void IncLayout::mark_old() {
     const auto is_shown = [this](int place) {
         return !IsFlagSet(structure->NodeAt(place), NODE_HIDDEN);
     };
-    for_each_edge(*structure, nodes, owner_id, [&](int number, int tail, int head) {
+    for_each_edge_of(*structure, nodes, owner_id, [&](int number, int tail, int head) {
         if (is_shown(tail) && is_shown(head)) {
             const Edge& edge = structure->EdgeAt(number);
             (*cur_info)[edge].is_old = true;
@@ -159,27 +159,7 @@ void IncLayout::shift_level_table(int k, int longest) {
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
     const RunNodes& run = take_run_nodes();
-    const auto place = [&](std::size_t turn) {
-        const int i = static_cast<int>(turn);
-        const RunNodes::Past& past = run.at(i);
-        if (past.hidden) {
-            return;
-        }
-        const Node& n = nodes[turn];
-        if (past.is_new()) {
-            level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
-            insert_dummy_nodes_inout(n, ORDER_IN);
-            insert_dummy_nodes_inout(n, ORDER_OUT);
-        }
-        for (const RunNodes::Link& link : run.children_of(i)) {
-            const RunNodes::Past head = run.at_place(link.node);
-            if (!head.hidden && run.is_new_edge(i, link, head)) {
-                insert_dummy_nodes_between(n, structure->NodeAt(link.node),
-                                           structure->EdgeAt(link.edge));
-            }
-        }
-    };
-    const auto for_each_edge = [&](std::size_t turn, auto ask) {
+    const auto ask_edges = [&](std::size_t turn, auto ask) {
         const int i = static_cast<int>(turn);
         for (const RunNodes::Link& link : run.children_of(i)) {
             if (!run.is_recorded(i, link)) {
@@ -188,14 +168,35 @@ void IncLayout::place_new_nodes() {
         }
     };
     for_each_ahead(
-        nodes.size(), place,
-        [&](std::size_t i) { for_each_edge(i, [](const Edge& edge) { prefetch(&edge); }); },
+        nodes.size(), [&](std::size_t i) { place_if_new(run, static_cast<int>(i)); },
+        [&](std::size_t i) { ask_edges(i, [](const Edge& edge) { prefetch(&edge); }); },
         [&](std::size_t i) {
-            for_each_edge(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
+            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
         },
         [&](std::size_t i) {
-            for_each_edge(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
+            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
         });
+}
+
+// One node, if it is new, and the edges out of it that are new.
+void IncLayout::place_if_new(const RunNodes& run, int i) {
+    const RunNodes::Past& past = run.at(i);
+    if (past.hidden) {
+        return;
+    }
+    const Node& n = nodes[static_cast<std::size_t>(i)];
+    if (past.is_new()) {
+        level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
+        insert_dummy_nodes_inout(n, ORDER_IN);
+        insert_dummy_nodes_inout(n, ORDER_OUT);
+    }
+    for (const RunNodes::Link& link : run.children_of(i)) {
+        const RunNodes::Past head = run.at_place(link.node);
+        if (!head.hidden && run.is_new_edge(i, link, head)) {
+            insert_dummy_nodes_between(n, structure->NodeAt(link.node),
+                                       structure->EdgeAt(link.edge));
+        }
+    }
 }
 
 } // namespace nurvex7

@@ -1,6 +1,9 @@
 // How runs nest: who is served before whom, and what one run takes over from the one before.
 
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/level_graph.h"
+#include "nurvex7/layout/ordinals.h"
+#include "nurvex7/layout/run_nodes.h"
 #include "nurvex7/model/queries.h"
 
 #include <typeinfo>
@@ -8,8 +11,8 @@
 
 namespace nurvex7 {
 
-// The answers of the structure queries live as long as the outermost run: the structure stands
-// still while layouts run, and every run inside asks about a part of the same nest.
+// The answers of the structure queries are held for the outermost run: the structure stands still
+// while layouts run, and every run inside asks about a part of the same nest.
 IncLayout::KeptAnswers::KeptAnswers(IncLayout& l, const Node& owner) : layout(l) {
     if (layout.structure == nullptr || !layout.structure->Covers(owner)) {
         replaced = true;
@@ -119,6 +122,10 @@ void IncLayout::start_run(const Node& owner) {
         nodes.push_back(owned.GetItem(i));
     }
     level_nodes.clear();
+    // What a run that was cut short by an exception has left.
+    run_nodes.reset();
+    level_graph.reset();
+    ordinals.reset();
 }
 
 // The store of the owner becomes the view on the past, and is filled anew by the run.

@@ -183,10 +183,7 @@ private:
             };
             for_each_ahead(
                 runs.size(), [&](std::size_t i) { go(*runs[i]); },
-                [&](std::size_t i) {
-                    prefetch(runs[i].get());
-                    prefetch(runs[i].get() + 1);
-                });
+                [&](std::size_t i) { BreakNodes::Prefetch(runs[i].get()); });
         }
     }
 

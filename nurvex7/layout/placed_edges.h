@@ -16,7 +16,8 @@ namespace nurvex7 {
 ///
 /// Order   that of the nodes, then that of the structure queries
 template <typename F>
-void for_each_edge(const StructureIndex& index, const std::vector<Node>& nodes, int owner_id, F f) {
+void for_each_edge_of(const StructureIndex& index, const std::vector<Node>& nodes, int owner_id,
+                      F f) {
     struct Met {
         int number;
         int tail;
@@ -44,8 +45,7 @@ void for_each_edge(const StructureIndex& index, const std::vector<Node>& nodes, 
             const DefaultEdgeVis* const known = edge_at(i)->known_vis;
             const BreakNodes* const run =
                 known != nullptr ? known->known_run_in(owner_id) : nullptr;
-            prefetch(run);
-            prefetch(run + 1);
+            BreakNodes::Prefetch(run);
         });
 }
 
@@ -77,7 +77,7 @@ public:
         for (const Node& n : nodes) {
             n.get_impl()->place = index.FindPlace(n);
         }
-        for_each_edge(index, nodes, owner_id, [this](int number, int tail, int head) {
+        for_each_edge_of(index, nodes, owner_id, [this](int number, int tail, int head) {
             find_or_enter(number, tail, head);
         });
     }
@@ -117,9 +117,7 @@ public:
         for_each_link(place, [&](int number) {
             const auto noted = static_cast<std::size_t>(index.NoteOfEdge(number));
             if (noted < edges.size()) {
-                const BreakNodes* const run = edges[noted].run.get_nodes();
-                prefetch(run);
-                prefetch(run + 1);
+                BreakNodes::Prefetch(edges[noted].run.get_nodes());
             }
         });
     }
@@ -154,7 +152,9 @@ private:
         const Edge& edge = index.EdgeAt(number);
         const local_store::edge_entry* const known = local_info.edge_info.find(edge.GetID());
         const LocalEdgeInfo& marks = known != nullptr ? known->second : local_info.default_edge;
-        const BreakRun run(edge, owner_id);
+        edge.get_impl()->place = number; // an index of an inner owner may have numbered it since
+        BreakRun run(edge, owner_id);
+        run.hold(); // handlers are called while the edges are placed
         edges.push_back({number, marks.reversed, marks.flat, is_hidden(tail), is_hidden(head),
                          run.get_nodes() == nullptr || !has_one_run(edge), run});
         return edges.back();

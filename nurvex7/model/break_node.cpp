@@ -161,16 +161,16 @@ void BreakNodes::end() {
 }
 
 void BreakNodes::append(int more) {
-    appended.push_back(Make(edge, store, more));
+    appended.push_back({total - count, Make(edge, store, more)});
     total += more;
 }
 
 DummyNodeImpl& BreakNodes::at_appended(int index) {
-    auto piece = appended.begin();
-    for (; index >= (*piece)->count; ++piece) {
-        index -= (*piece)->count;
-    }
-    return (*piece)->nodes()[index];
+    const auto behind =
+        std::upper_bound(appended.begin(), appended.end(), index,
+                         [](int i, const Appended& more) { return i < more.start; });
+    const Appended& found = *(behind - 1);
+    return found.piece->nodes()[index - found.start];
 }
 
 void BreakNodes::set_place_of_appended(int index, const point& value) {
@@ -182,8 +182,8 @@ void BreakNodes::shift(const point& by) {
     for (point* at = places(); at != places() + count; ++at) {
         *at = {at->x + by.x, at->y + by.y};
     }
-    for (const graph_ptr<BreakNodes>& piece : appended) {
-        piece->shift(by);
+    for (const Appended& more : appended) {
+        more.piece->shift(by);
     }
     if (indexed) {
         leave_index();
@@ -200,16 +200,16 @@ const graph_ptr<edge_impl_vector>& BreakNodes::get_edge_set() {
 
 int BreakNodes::count_edge_holds() const {
     int holds = edge_set.get() != nullptr ? 2 : 1;
-    for (const graph_ptr<BreakNodes>& piece : appended) {
-        holds += piece->count_edge_holds();
+    for (const Appended& more : appended) {
+        holds += more.piece->count_edge_holds();
     }
     return holds;
 }
 
 void BreakNodes::mark_indexed() {
     indexed = true;
-    for (const graph_ptr<BreakNodes>& piece : appended) {
-        piece->mark_indexed();
+    for (const Appended& more : appended) {
+        more.piece->mark_indexed();
     }
 }
 

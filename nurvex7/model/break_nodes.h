@@ -2,9 +2,11 @@
 
 #include "nurvex7/export.h"
 #include "nurvex7/foundation/graph_ptr.h"
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/model/topology.h"
 #include "nurvex7/platform/tamsel7/geometry.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -67,8 +69,8 @@ public:
     template <typename F>
     void for_each_piece(F f) {
         f(*this);
-        for (const graph_ptr<BreakNodes>& piece : appended) {
-            f(*piece);
+        for (const Appended& more : appended) {
+            f(*more.piece);
         }
     }
 
@@ -105,6 +107,14 @@ public:
     }
     const point* address_of_place(const DummyNodeImpl& node) const { return places() + node.index; }
 
+    /// Asks for the beginning of a run, its places with it; null is nothing.
+    static void Prefetch(const BreakNodes* run) {
+        if (run != nullptr) {
+            prefetch(run);
+            prefetch(run + 1);
+        }
+    }
+
     /// Whose places these are; null once they are nobody's.
     const DefaultGraphVis* get_store() const { return store; }
     const graph_ptr<IEdgeImpl>& get_edge() const { return edge; }
@@ -124,12 +134,8 @@ public:
                 return false;
             }
         }
-        for (const graph_ptr<BreakNodes>& piece : appended) {
-            if (!piece->is_held_once(extra)) {
-                return false;
-            }
-        }
-        return true;
+        return std::all_of(appended.begin(), appended.end(),
+                           [&](const Appended& more) { return more.piece->is_held_once(extra); });
     }
     /// How often all this holds its edge.
     int count_edge_holds() const;
@@ -139,6 +145,11 @@ public:
 
 private:
     friend struct BreakNodeList;
+
+    struct Appended {
+        int start; ///< of its nodes in the run, behind those of the first piece
+        graph_ptr<BreakNodes> piece;
+    };
 
     BreakNodes(const graph_ptr<IEdgeImpl>& of_edge, DefaultGraphVis* of_store, int how_many);
 
@@ -173,7 +184,7 @@ private:
     std::array<const void*, 2> holders{}; ///< of the notes
     graph_ptr<IEdgeImpl> edge;
     graph_ptr<edge_impl_vector> edge_set; ///< null until asked for
-    std::vector<graph_ptr<BreakNodes>> appended;
+    std::vector<Appended> appended;
     BreakNodes* next = nullptr; ///< of the same store
     BreakNodes* before = nullptr;
 };

@@ -42,6 +42,13 @@ public:
         return BreakRun(edge, owner_id);
     }
 
+    /// Keeps the run, so that nothing that happens to the edge takes it away.
+    void hold() {
+        if (nodes != nullptr) {
+            held = nodes;
+        }
+    }
+
     int get_count() const { return count; }
     /// Duty: 0 <= index < get_count()
     Node at(int index) const { return Node(vis, impl_at(index)); }
@@ -75,8 +82,9 @@ private:
     }
 
     const graph_ptr<IGraphVis>& vis;
-    graph_ptr<node_impl_set> held; ///< null where the edge remembers its record
-    BreakNodes* nodes = nullptr;   ///< null where the store is of another kind
+    graph_ptr<node_impl_set>
+        held;                    ///< null where the edge remembers its record, unless it is to hold
+    BreakNodes* nodes = nullptr; ///< null where the store is of another kind
     bool own_places;
     int count;
 };

@@ -89,7 +89,12 @@ void DefaultEdgeVis::add_break_nodes_in(int owner_id, int count) {
     if (count < 1) {
         return;
     }
-    if (BreakNodes* const known = known_run_in(owner_id)) {
+    BreakNodes* known = known_run_in(owner_id);
+    if (known != nullptr && known->GetCount() == 0 && known->ref_count == 1) {
+        remove_break_nodes_in(owner_id); // entered by somebody who did not keep it
+        known = nullptr;
+    }
+    if (known != nullptr) {
         known->append(count);
     } else {
         make_run(owner_id, count);

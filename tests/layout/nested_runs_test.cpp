@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <stdexcept>
+
 namespace {
 
 using namespace nurvex7;
@@ -23,6 +26,54 @@ private:
         owner.SetSize({70, 70});
     }
 };
+
+/// Does something at one of its calls.
+class Meddler : public IEdgeHandler {
+public:
+    void Draw(Edge, tamsel7::IPainter*) override {}
+    double GetWidth(Edge) const override {
+        if (calls_left-- == 0) {
+            meddle();
+        }
+        return 1;
+    }
+
+    mutable int calls_left = -1;
+    std::function<void()> meddle;
+};
+
+// Whatever a handler does in the middle of a run, and even if it never returns, the next full
+// layout draws as if nothing had been.
+TEST(NestedRuns, AHandlerThatMeddlesOrThrowsLeavesNothingBehind) {
+    for (int call = 0; call < 120; ++call) {
+        SCOPED_TRACE(call);
+        TestGraph g("a>b b>a b>c c>d d>e e>f a>d C/x>y c>x");
+        IncLayout layout;
+        Meddler meddler;
+        g.use_layout(layout);
+        g.graph->SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler>(&meddler, /*owns=*/false));
+        g.make();
+        g.add("m>e d>m");
+        meddler.calls_left = call / 2;
+        if (call % 2 == 0) {
+            meddler.meddle = [&] { g.edge("e>f").RemoveBreakNodes(); };
+        } else {
+            meddler.meddle = [] { throw std::runtime_error("no width"); };
+        }
+        try {
+            g.root().UpdateLayout();
+            g.recalculate();
+            g.make();
+        } catch (const std::runtime_error&) {
+            g.node("f").Remove();
+            g.add("n>o o>p p>q q>r r>s s>t t>u e>n");
+        }
+        meddler.calls_left = -1;
+        g.make();
+        EXPECT_EQ(g.edge("d>e").GetBreakNodes().GetCount(), 6);
+        EXPECT_EQ(g.node("a").GetPosition().x, 35);
+    }
+}
 
 TEST(NestedRuns, ANodeWithALayoutOfItsOwnIsServedByIt) {
     NotingLayout own;
