@@ -119,7 +119,10 @@ void IncLayout::start_run(const Node& owner) {
     NodeSet owned = owner.GetOwned();
     nodes.reserve(static_cast<std::size_t>(owned.GetCount()));
     for (int i = 0; i < owned.GetCount(); ++i) {
-        nodes.push_back(owned.GetItem(i));
+        const Node inner = owned.GetItem(i);
+        if (!inner.IsDummy()) { // or it was deleted and still stands here
+            nodes.push_back(inner);
+        }
     }
     level_nodes.clear();
     // What a run that was cut short by an exception has left.

@@ -373,10 +373,32 @@ StructureIndex::StructureIndex(const Node& owner, OnlyRuns) {
     in.add_crossing_runs();
 }
 
+/// What is being added, and which of its edges both ends stand for.
+struct StructureIndex::Newcomers {
+    std::size_t first_node;
+    std::size_t first_edge;
+    std::size_t end_of_told = 0; ///< the edges up to here were told of by the nodes they join
+    // By number from the first on: whether a new node has met the edge at that end.
+    std::vector<char> met_at_tail = {};
+    std::vector<char> met_at_head = {};
+
+    void meet(std::vector<char>& met, int edge) const {
+        const std::size_t i = static_cast<std::size_t>(edge) - first_edge;
+        met.resize(std::max(met.size(), i + 1), 0);
+        met[i] = 1;
+    }
+    /// An old node tells of every edge that it loses. One that it knows without having told of it,
+    /// or that only the other end knows, was never its own.
+    bool stands_for(int place, std::size_t edge, const std::vector<char>& met) const {
+        const std::size_t i = edge - first_edge;
+        return static_cast<std::size_t>(place) < first_node ? edge < end_of_told
+                                                            : i < met.size() && met[i] != 0;
+    }
+};
+
 bool StructureIndex::Add(const std::vector<graph_ptr<INodeImpl>>& new_nodes,
                          const std::vector<graph_ptr<IEdgeImpl>>& new_edges) {
-    const std::size_t first_edge = edges.size();
-    const std::size_t first_node = nodes.size();
+    Newcomers added{.first_node = nodes.size(), .first_edge = edges.size()};
     for (const graph_ptr<INodeImpl>& node : new_nodes) {
         ForEachNodeIn(
             Node(nodes.front().get_vis(), node), [this](const Node& n) { enter_new(n); }, false,
@@ -385,21 +407,38 @@ bool StructureIndex::Add(const std::vector<graph_ptr<INodeImpl>>& new_nodes,
     for (const graph_ptr<IEdgeImpl>& edge : new_edges) {
         number_of(edge);
     }
-    for (std::size_t place = first_node; place < nodes.size(); ++place) {
-        INodeImpl& node = *nodes[place].get_impl();
-        for (const graph_ptr<edge_impl_set>& own : {node.get_edges_out(), node.get_edges_in()}) {
-            for (int i = 0; i < own->GetCount(); ++i) {
-                number_of(own->GetItem(i));
-            }
-        }
+    added.end_of_told = edges.size();
+    if (!all_tell) {
+        return false;
     }
-    return all_tell && lift_new_edges(first_edge);
+    meet_new_edges(added);
+    return all_tell && lift_new_edges(added);
+}
+
+void StructureIndex::meet_new_edges(Newcomers& added) {
+    const auto meet_all = [&](const graph_ptr<edge_impl_set>& own, std::vector<char>& met) {
+        for (int i = 0; i < own->GetCount(); ++i) {
+            const int number = number_of(own->GetItem(i));
+            const bool is_new = static_cast<std::size_t>(number) >= added.first_edge;
+            all_tell = all_tell && is_new; // an old edge has no business at a new node
+            is_new ? added.meet(met, number) : void();
+        }
+    };
+    for (std::size_t place = added.first_node; place < nodes.size(); ++place) {
+        INodeImpl& node = *nodes[place].get_impl();
+        meet_all(node.get_edges_out(), added.met_at_tail);
+        meet_all(node.get_edges_in(), added.met_at_head);
+    }
+}
+
+int StructureIndex::place_above(const Node& node) const {
+    const graph_ptr<INodeImpl> owner = node.get_impl()->get_owner();
+    return owner.get() != nullptr ? find_place(owner) : -1;
 }
 
 void StructureIndex::enter_new(const Node& node) {
     INodeImpl& impl = *node.get_impl();
-    const graph_ptr<INodeImpl> owner = impl.get_owner();
-    const int above = owner.get() != nullptr ? find_place(owner) : -1;
+    const int above = place_above(node);
     all_tell = all_tell && above >= 0 && typeid(impl) == typeid(DefaultNodeImpl);
     if (!all_tell) {
         return;
@@ -414,22 +453,30 @@ void StructureIndex::enter_new(const Node& node) {
     tell_notes(static_cast<DefaultRootNodeImpl&>(impl), top.notes);
 }
 
-// Both ends of a new edge know it: nothing has been removed since.
-bool StructureIndex::lift_new_edges(std::size_t first) {
+// A new node has had nobody to tell of what was removed beside it, so an edge may be known to one
+// of its ends alone. Such an edge is not lifted: it takes a look at everything to see where it
+// counts.
+bool StructureIndex::lift_new_edges(const Newcomers& added) {
     Surroundings surroundings(*this);
     Lifting out(*this, surroundings, &IEdgeImpl::to);
     Lifting in(*this, surroundings, &IEdgeImpl::from);
-    for (std::size_t number = first; number < edges.size(); ++number) {
+    for (std::size_t number = added.first_edge; number < edges.size(); ++number) {
         const graph_ptr<IEdgeImpl> edge = edges[number].get_impl();
         const IEdgeImpl& of_a_kind = *edge;
         const graph_ptr<INodeImpl> from = edge->from();
         const graph_ptr<INodeImpl> to = edge->to();
         if (typeid(of_a_kind) != typeid(DefaultEdgeImpl) || from.get() == nullptr ||
-            to.get() == nullptr || find_place(from) < 0 || find_place(to) < 0) {
+            to.get() == nullptr) {
             return false;
         }
-        out.lift_edge(find_place(from), edge, to);
-        in.lift_edge(find_place(to), edge, from);
+        const int tail = find_place(from);
+        const int head = find_place(to);
+        if (tail < 0 || head < 0 || !added.stands_for(tail, number, added.met_at_tail) ||
+            !added.stands_for(head, number, added.met_at_head)) {
+            return false;
+        }
+        out.lift_edge(tail, edge, to);
+        in.lift_edge(head, edge, from);
     }
     edge_notes.resize(edges.size(), 0);
     out.merge_siblings_into(children);
@@ -439,15 +486,19 @@ bool StructureIndex::lift_new_edges(std::size_t first) {
     return true;
 }
 
+// A node that was deleted without having been taken from its owner's set is still walked past, but
+// nobody owns it.
 void StructureIndex::collect_nodes(const Node& owner) {
-    ForEachNodeIn(
-        owner,
-        [this](const Node& node) {
-            const INodeImpl& of_a_kind = *node.get_impl();
-            all_tell = all_tell && (nodes.empty() || typeid(of_a_kind) == typeid(DefaultNodeImpl));
-            enter(node, nodes.empty() ? -1 : find_place(of_a_kind.get_owner()));
-        },
-        false, true);
+    const auto enter_inside = [this](const Node& node) {
+        const INodeImpl& of_a_kind = *node.get_impl();
+        const int above = place_above(node);
+        all_tell = all_tell && above >= 0 && typeid(of_a_kind) == typeid(DefaultNodeImpl);
+        if (above >= 0) {
+            enter(node, above);
+        }
+    };
+    enter(owner, -1);
+    ForEachNodeIn(owner, enter_inside, false, false);
 }
 
 void StructureIndex::enter(const Node& node, int above) {

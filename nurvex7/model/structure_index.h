@@ -29,15 +29,22 @@ public:
     /// while its structure stands, and brought up to date where something has been added only; all
     /// who ask share them.
     ///
-    /// Keeps   the nodes, the edges and their store, until a node or an edge is removed or moved
+    /// Keeps   the nodes, the edges and their store, until a node or an edge is removed or moved,
+    ///         or the graph takes another storage
     static std::shared_ptr<const StructureIndex> For(const Node& owner);
     /// Those that are kept with a root; null where there are none that hold.
     static std::shared_ptr<const StructureIndex> FindKept(const Node& root);
+    /// Lets go of those that are kept with a root. What is kept holds the root, and the root holds
+    /// what is kept: a graph that goes on without its root has to call this.
+    static void ForgetKept(const Node& root);
     /// Takes in what has been added since: nodes, with what is inside them and all their edges, and
-    /// edges between nodes that were there. False where something of it does not tell of changes;
-    /// the index is of no use then.
+    /// edges between nodes that were there. False where something of it does not tell of changes,
+    /// or where an edge of it is not known to both of its ends; the index is of no use then.
     ///
-    /// Duty    nothing but that has changed since the index was made
+    /// Duty    the nodes and edges that were there when the index was made stand as they stood
+    /// then,
+    ///         and every edge that has been added to one of them is among the new edges. What is
+    ///         new may have been changed in any way since
     bool Add(const std::vector<graph_ptr<INodeImpl>>& new_nodes,
              const std::vector<graph_ptr<IEdgeImpl>>& new_edges);
 
@@ -138,11 +145,14 @@ private:
     };
     class Surroundings;
     class Lifting;
+    struct Newcomers;
 
     void collect_nodes(const Node& owner);
     void enter(const Node& node, int above);
     void enter_new(const Node& node);
-    bool lift_new_edges(std::size_t first);
+    void meet_new_edges(Newcomers& added);
+    bool lift_new_edges(const Newcomers& added);
+    int place_above(const Node& node) const;
     void note_removed(const graph_ptr<INodeImpl>& far_end);
     void keep_at(DefaultRootNodeImpl& root);
     void number_for_later();

@@ -1,6 +1,7 @@
 #include "nurvex7/model/queries.h"
 #include "nurvex7/model/structure_index.h"
 #include "tests/support/random_nest.h"
+#include "tests/support/test_graph.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,7 @@ namespace nurvex7 {
 namespace {
 
 using testing_support::RandomNest;
+using testing_support::TestGraph;
 using id_pairs = std::vector<std::pair<int, int>>;
 
 id_pairs ids_of(const StructureIndex::Pairs& pairs) {
@@ -195,6 +197,92 @@ TEST(StructureIndex, KeptAnswersFollowEveryChange) {
         }
     }
     EXPECT_GT(kept_on, 800) << "hardly anything was kept";
+}
+
+/// Changes what is new inside a fresh owner: nodes, edges and removals that nobody is told of.
+void change_what_is_new(RandomNest& nest, std::vector<Node>& fresh) {
+    const auto pick = [&] { return fresh[nest.below(static_cast<unsigned>(fresh.size()))]; };
+    Node node = pick();
+    switch (nest.below(6)) {
+    case 0:
+    case 1:
+        fresh.push_back(node.AddNode());
+        return;
+    case 2:
+        if (node != fresh.front()) { // or the root would be told
+            node.Remove();
+            std::erase_if(fresh, [](const Node& n) { return n.IsDummy(); });
+        }
+        return;
+    default:
+        nest.edges.push_back(node.LinkTo(pick()));
+    }
+}
+
+TEST(StructureIndex, KeptAnswersFollowRemovalsAmongWhatIsNew) {
+    int kept_on = 0;
+    int one_way = 0;
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomNest nest(seed);
+        graph_ptr2<Graph> other_graph(new Graph, true);
+        const Node root = nest.graph->GetRoot();
+        Node old = nest.graph->GetRoot().AddNode();
+        Node moved = other_graph->GetRoot().AddNode();
+        if (seed % 2 == 0) { // the end that moves in knows an edge that the old end has lost
+            Node lost = other_graph->GetRoot().AddNode();
+            old.LinkTo(lost);
+            nest.edges.push_back(old.LinkTo(moved));
+            lost.Remove();
+        }
+        const auto* const before = StructureIndex::For(root).get();
+        std::vector<Node> fresh{nest.graph->GetRoot().AddNode()};
+        for (int i = 0; i < 12; ++i) {
+            change_what_is_new(nest, fresh);
+        }
+        if (seed % 4 < 2) {
+            moved.SetOwner(fresh.front());
+        }
+        const auto kept = StructureIndex::For(root);
+        expect_the_plain_answers(*kept);
+        const StructureIndex anew(root);
+        ASSERT_EQ(kept->GetNodes().size(), anew.GetNodes().size());
+        ASSERT_EQ(kept->IsTwoWay(), anew.IsTwoWay());
+        ASSERT_FALSE(HasFailure());
+        kept_on += kept.get() == before ? 1 : 0;
+        one_way += anew.IsTwoWay() ? 0 : 1;
+        for (Edge& edge : nest.edges) {
+            if (edge.get_impl()->from().get() != nullptr) {
+                edge.Remove();
+            }
+        }
+    }
+    EXPECT_GT(kept_on, 80);
+    EXPECT_GT(one_way, 80);
+}
+
+// The inside of a node that was deleted in place is nobody's, and neither is what it is given then.
+TEST(StructureIndex, PassesOverWhatIsDeletedAndStillStandsInItsOwner) {
+    TestGraph g("C/a>C/b C/b>c D/d");
+    g.make();
+    for (const char* const name : {"a", "d", "D", "c"}) {
+        Node gone = g.node(name);
+        Node owner = gone.GetOwner();
+        const int owned = owner.GetOwned().GetCount();
+        _delete_node(gone.get_impl());
+        EXPECT_EQ(owner.GetOwned().GetCount(), owned);
+        Node inside = gone.AddNode();
+        inside.LinkTo(gone);
+        g.node("b").LinkTo(inside);
+        owner.UpdateLayout();
+        g.recalculate();
+        const StructureIndex index(g.root());
+        EXPECT_FALSE(index.Covers(gone));
+        EXPECT_FALSE(index.Covers(inside));
+        EXPECT_TRUE(index.Children(gone).empty());
+        EXPECT_TRUE(index.Children(g.node("b")).empty());
+        g.make();
+    }
 }
 
 // Every owner has an edge beside it. Queries that walk their inside would visit a hundred million
