@@ -1,5 +1,6 @@
 #include "nurvex7/model/folding.h"
 
+#include "nurvex7/model/kept_structure.h"
 #include "nurvex7/model/queries.h"
 
 #include <typeinfo>
@@ -172,20 +173,13 @@ private:
     graph_ptr<GraphNotes> notes;
 };
 
-/// The root, where it is of the kind that tells of changes.
-DefaultRootNodeImpl* telling_root(const Node& root) {
-    INodeImpl& top = *root.get_impl();
-    return typeid(top) == typeid(DefaultRootNodeImpl) ? static_cast<DefaultRootNodeImpl*>(&top)
-                                                      : nullptr;
-}
-
 } // namespace
 
 // All edges on first, then the nodes, which take edges off again: the other way round an edge from
 // a drawn node to a hidden one would come back.
 void MarkDrawnIn(graph_ptr2<Graph> graph) {
     const Node root = graph->GetRoot();
-    DefaultRootNodeImpl* const top = telling_root(root);
+    DefaultRootNodeImpl* const top = telling_root(root.get_impl());
     if (top != nullptr && top->notes.get() != nullptr && top->notes->drawn_marks_hold) {
         return; // every mark stands as it was written
     }

@@ -1,5 +1,7 @@
 #include "nurvex7/model/graph.h"
 
+#include "nurvex7/model/structure_index.h"
+
 #include <utility>
 
 namespace nurvex7 {
@@ -27,7 +29,11 @@ Node Graph::GetRoot() const {
     return Node(vis, storage->get_root());
 }
 
+// What the root that goes keeps about its nodes would hold the visual store of this graph.
 void Graph::SetStorage(graph_ptr<IGraphStorage> given_storage) {
+    if (storage.get() != nullptr && storage->get_root().get() != nullptr) {
+        StructureIndex::ForgetKept(GetRoot());
+    }
     storage = given_storage;
 }
 

@@ -18,17 +18,21 @@ bool KeptStructure::note_added(const graph_ptr<IEdgeImpl>& edge) {
 }
 
 bool KeptStructure::has_room() const {
-    return added_nodes.size() + added_edges.size() <= answers->GetCount() / 4 + 16;
+    return answers != nullptr &&
+           added_nodes.size() + added_edges.size() <= answers->GetCount() / 4 + 16;
 }
 
-// Somebody who is still at work with the answers has to find them as they were.
+// Somebody who is still at work with the answers has to find them as they were. Where there is no
+// memory for what was added, they stay half done and nobody finds them again.
 std::shared_ptr<const StructureIndex> KeptStructure::bring_up_to_date() {
     if (added_nodes.empty() && added_edges.empty()) {
         return answers;
     }
-    if (answers.use_count() > 1 || !answers->Add(added_nodes, added_edges)) {
+    std::shared_ptr<StructureIndex> longer = std::exchange(answers, nullptr);
+    if (longer == nullptr || longer.use_count() > 1 || !longer->Add(added_nodes, added_edges)) {
         return nullptr;
     }
+    answers = std::move(longer);
     added_nodes.clear();
     added_edges.clear();
     return answers;
@@ -38,18 +42,21 @@ std::shared_ptr<const StructureIndex> KeptStructure::find_up_to_date() const {
     return added_nodes.empty() && added_edges.empty() ? answers : nullptr;
 }
 
+DefaultRootNodeImpl* telling_root(const graph_ptr<INodeImpl>& root) {
+    INodeImpl* const top = root.get();
+    return top != nullptr && typeid(*top) == typeid(DefaultRootNodeImpl)
+               ? static_cast<DefaultRootNodeImpl*>(top)
+               : nullptr;
+}
+
 namespace {
 
-/// The root above a node, where it is of the kind that tells of changes; null otherwise.
 DefaultRootNodeImpl* telling_root_above(const Node& node) {
     graph_ptr<INodeImpl> above = node.get_impl();
     while (above.get() != nullptr && above != 0) {
         above = owner_above(above);
     }
-    INodeImpl* const root = above.get();
-    return root != nullptr && typeid(*root) == typeid(DefaultRootNodeImpl)
-               ? static_cast<DefaultRootNodeImpl*>(root)
-               : nullptr;
+    return telling_root(above);
 }
 
 // The handles of the answers lead to one store, and a storage can be shown by two graphs.
@@ -83,6 +90,13 @@ std::shared_ptr<const StructureIndex> StructureIndex::FindKept(const Node& root)
     }
     const auto kept = top->notes->structure->find_up_to_date();
     return serves(kept, root) ? kept : nullptr;
+}
+
+void StructureIndex::ForgetKept(const Node& root) {
+    const DefaultRootNodeImpl* const top = telling_root(root.get_impl());
+    if (top != nullptr && top->notes.get() != nullptr) {
+        top->notes->structure.reset();
+    }
 }
 
 // Nodes and edges of another kind change without a word, and so does another graph. A removed node

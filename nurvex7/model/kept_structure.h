@@ -2,8 +2,8 @@
 
 #include "nurvex7/model/structure_index.h"
 
-#include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace nurvex7 {
@@ -18,7 +18,8 @@ public:
     bool note_added(const graph_ptr<INodeImpl>& node);
     bool note_added(const graph_ptr<IEdgeImpl>& edge);
 
-    /// The answers with all that was added; null where they cannot be brought up to that.
+    /// The answers with all that was added; null where they cannot be brought up to that. There
+    /// are none from then on.
     std::shared_ptr<const StructureIndex> bring_up_to_date();
     /// The answers as they are; null where something has been added.
     std::shared_ptr<const StructureIndex> find_up_to_date() const;
@@ -26,9 +27,13 @@ public:
 private:
     bool has_room() const;
 
-    std::shared_ptr<StructureIndex> answers;
+    std::shared_ptr<StructureIndex> answers; ///< null where bringing them up to date has failed
     std::vector<graph_ptr<INodeImpl>> added_nodes;
     std::vector<graph_ptr<IEdgeImpl>> added_edges;
 };
+
+/// The root of a graph itself, where it is of the kind that tells of changes; null otherwise, also
+/// for a node that a graph has for its root.
+DefaultRootNodeImpl* telling_root(const graph_ptr<INodeImpl>& root);
 
 } // namespace nurvex7

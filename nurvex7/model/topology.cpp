@@ -449,7 +449,9 @@ graph_ptr<INodeImpl> DefaultStorage::get_root() const {
     return root;
 }
 
+// What is known below the root leads back to it, and to the store of who asked.
 void DefaultStorage::remove_root() {
+    _outdate_below(root);
     root.reset();
 }
 

@@ -166,6 +166,8 @@ void tell_notes(T& item, const graph_ptr<GraphNotes>& notes) {
 }
 
 /// The root of a graph: owns the top-level nodes, has id 0 and no edges, and cannot be flagged.
+///
+/// Duty    who changes a field himself, here or below, has the notes forget
 class NURVEX7_API DefaultRootNodeImpl : public INodeImpl {
 public:
     DefaultRootNodeImpl();
@@ -194,6 +196,8 @@ public:
 
 /// A real node. Live from add_node until it or an owner above it is removed; afterwards it has a
 /// null owner and an id that is not 0.
+///
+/// Duty    as for a root; a change of the condition concerns the drawn marks alone
 class NURVEX7_API DefaultNodeImpl : public DefaultRootNodeImpl {
 public:
     explicit DefaultNodeImpl(graph_ptr<INodeImpl> owned_by);
@@ -236,6 +240,8 @@ public:
     graph_ptr<INodeImpl> owner;
 };
 
+/// Duty    who changes an end himself has the notes of both ends forget; a change of the condition
+///         concerns the drawn marks of its own notes
 class NURVEX7_API DefaultEdgeImpl : public IEdgeImpl {
 public:
     DefaultEdgeImpl(graph_ptr<INodeImpl> from_node, graph_ptr<INodeImpl> to_node);

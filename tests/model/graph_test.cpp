@@ -1,5 +1,7 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/model/graph.h"
+#include "nurvex7/model/structure_index.h"
+#include "nurvex7/presentation/dummy_edge_handler.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +65,34 @@ TEST(Graph, LetsGoOfALayoutThatRemembersItsNodes) {
         EXPECT_FALSE(gone);
     }
     EXPECT_TRUE(gone);
+}
+
+TEST(Graph, HoldsItselfByNoRootThatWasTakenFromIt) {
+    struct told_handler : DummyEdgeHandler {
+        explicit told_handler(int& told_) : told(told_) {}
+        ~told_handler() override { ++told; }
+        int& told;
+    };
+    int gone = 0;
+    for (const bool by_storage : {false, true}) {
+        graph_ptr<IGraphStorage> storage(new DefaultStorage(new DefaultRootNodeImpl));
+        const graph_ptr<INodeImpl> old_root = storage->get_root();
+        {
+            Graph graph(storage);
+            graph.SetDefaultLayout(graph_ptr2<ILayout>(new IncLayout, /*owns=*/true));
+            graph.SetDefaultEdgeHandler(
+                graph_ptr2<IEdgeHandler>(new told_handler(gone), /*owns=*/true));
+            Node a = graph.GetRoot().AddNode();
+            a.LinkTo(graph.GetRoot().AddNode());
+            graph.RecalculateLayout(nullptr);
+            ASSERT_NE(StructureIndex::FindKept(graph.GetRoot()), nullptr);
+            by_storage ? storage->remove_root()
+                       : graph.SetStorage(new DefaultStorage(new DefaultRootNodeImpl));
+        }
+        EXPECT_EQ(gone, by_storage ? 2 : 1);
+        EXPECT_EQ(old_root->get_owned()->GetCount(), 2);
+        old_root->remove();
+    }
 }
 
 TEST(Graph, EndsInPeaceWhenItsRootWasTakenAway) {
