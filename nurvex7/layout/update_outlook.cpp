@@ -114,14 +114,15 @@ UpdateOutlook IncLayout::look_ahead(const Node& owner, bool with_owners_inside) 
         return UpdateOutlook::NOTHING_NEW;
     }
     const bool never_laid_out = cluster_info.find(owner) == cluster_info.end();
+    // Those that are kept with the root know of nodes beside the owner too, which are not to be
+    // looked at.
     const std::shared_ptr<const StructureIndex> asked =
-        IsRoot(owner) ? StructureIndex::For(owner) : std::make_shared<const StructureIndex>(owner);
+        IsRoot(owner) || !with_owners_inside ? StructureIndex::For(owner)
+                                             : std::make_shared<const StructureIndex>(owner);
     const StructureIndex& answers = *asked;
     UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
-    for (const Node& n : answers.GetNodes()) {
-        if (n != owner && !with_owners_inside) {
-            continue;
-        }
+    const std::vector<Node> alone{owner};
+    for (const Node& n : with_owners_inside ? answers.GetNodes() : alone) {
         const IncLayout* const serving = n == owner ? this : layout_that_serves(n);
         if (serving == nullptr || n.GetOwned().GetCount() == 0) {
             continue;
