@@ -58,13 +58,18 @@ bool has_flat_inside(const Node& node) {
     return true;
 }
 
-// What the root of a flat graph owns stands where it stood, and its edges need no look: a run that
-// nobody has entered is as good as an empty one.
-void shift_flat_by_nothing(const Node& owner, const point& nothing) {
+// True where all that a node owns is shifted by nothing, and that is done. What the root of a flat
+// graph owns stands where it stood, and its edges need no look: a run that nobody has entered is as
+// good as an empty one.
+bool shifts_flat_by_nothing(const Node& owner, const point& by) {
+    if (!is_nothing(by) || !has_flat_inside(owner)) {
+        return false;
+    }
     NodeSet owned = owner.GetOwned();
     for (int i = 0; i < owned.GetCount(); ++i) {
-        _shift(owned.GetItem(i), nothing);
+        _shift(owned.GetItem(i), by);
     }
+    return true;
 }
 
 void set_end(NodeSet route, int index, double x, double y) {
@@ -111,9 +116,7 @@ int _shift_position(Node node, point by) {
 void ShiftPosition(Node node, point by) {
     _shift(node, by);
     const point at_top = node.GetPosition();
-    const point by_at_top{by.x + at_top.x, by.y + at_top.y};
-    if (is_nothing(by_at_top) && has_flat_inside(node)) {
-        shift_flat_by_nothing(node, by_at_top);
+    if (shifts_flat_by_nothing(node, {by.x + at_top.x, by.y + at_top.y})) {
         return;
     }
     const std::shared_ptr<const StructureIndex> index = runs_inside(node);
@@ -137,9 +140,7 @@ void ShiftPosition(Node node, double x, double y) {
 // The other way round: a node is taken back while its owner still stands at its absolute place.
 void UnshiftPosition(Node node) {
     const point at_top = node.GetPosition();
-    const point by_at_top{-at_top.x, -at_top.y};
-    if (is_nothing(by_at_top) && has_flat_inside(node)) {
-        shift_flat_by_nothing(node, by_at_top);
+    if (shifts_flat_by_nothing(node, {-at_top.x, -at_top.y})) {
         return;
     }
     const std::shared_ptr<const StructureIndex> index = runs_inside(node);
