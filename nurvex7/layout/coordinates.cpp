@@ -1,6 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
-#include "nurvex7/layout/placed_edges.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -24,11 +24,15 @@ void IncLayout::calculate_x_coords() {
     double x = level_gap;
     double bottom = 0;
     double max_bottom = 0;
-    PlacedEdges edges(*structure, local_info, nodes);
+    RunEdges& edges = take_run_edges();
+    edges.read_marks(*run_nodes, local_info);
+    std::vector<PlacedNode> placed(nodes.size());
+    int turn = 0;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        x = place_column(k, x, y_shift, bottom, edges);
+        x = place_column(k, x, y_shift, bottom, edges, placed, turn);
         max_bottom = std::max(max_bottom, bottom + node_gap);
     }
+    place_edges_beside(edges, placed);
     place_passing_edges(y_shift, edges);
     if (!level_nodes.empty()) {
         adjust_ports(&level_nodes.front(), 0, ORDER_IN);
@@ -55,7 +59,7 @@ double IncLayout::top_shift() const {
 // Deliberate: `bottom` is the caller's and not set back for each column; only real nodes move it.
 // Deliberate: the gap behind the last column counts in the width of the owner.
 double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom,
-                               PlacedEdges& edges) {
+                               RunEdges& edges, std::vector<PlacedNode>& placed, int& turn) {
     double x_end = x;
     std::vector<const Node*> real;
     for_each_on_level(level_nodes[k], [&](const Node& n) {
@@ -77,14 +81,16 @@ double IncLayout::place_column(std::size_t k, double x, double y_shift, double& 
         x_end = std::max(x_end, before.x_end);
     }
     cur_levels->set(k, Level{x, x_end, x_end - x});
-    const auto place = [&](std::size_t i) {
-        const Node& n = *real[i];
-        place_normal_node(n, x, x_end, n.GetPosition().y - y_shift, edges);
-        bottom = lay_tracks(n, x, x_end, n.GetPosition().y + n.GetSize().height, edges);
-    };
-    for_each_ahead(
-        real.size(), place, [&](std::size_t i) { edges.ask_for_edges(edges.place_of(*real[i])); },
-        [&](std::size_t i) { edges.ask_for_runs(edges.place_of(*real[i])); });
+    for (const Node* const n : real) {
+        PlacedNode at = place_normal_node(*n, x, x_end, n->GetPosition().y - y_shift);
+        at.turn = turn++;
+        bottom = at.bottom;
+        const int i = run_nodes->number_of(structure->FindPlace(*n));
+        if (i >= 0) {
+            bottom = lay_tracks(i, bottom, edges);
+            placed[static_cast<std::size_t>(i)] = at;
+        }
+    }
     const double gap = x_end - x == 0 ? 0 : level_gap;
     return x_end + gap;
 }
@@ -107,45 +113,109 @@ void _put_from_end(const BreakRun& b, int back, double x, double y) {
 
 } // namespace
 
-// A node in the middle of its column, and the bends beside it: every edge leaves on the right side
-// and enters on the left, also when it is reversed or flat.
-void IncLayout::place_normal_node(Node node, double x_start, double x_end, double y,
-                                  PlacedEdges& edges) {
-    using Placed = PlacedEdges::Placed;
+// A node in the middle of its column, and the bends beside it of the edges that cross the border of
+// the owner: every edge leaves on the right side and enters on the left, also when it is reversed
+// or flat.
+PlacedNode IncLayout::place_normal_node(Node node, double x_start, double x_end, double y) {
     const tamsel7::size<double> size = node.GetSize();
     const double c = y + size.height / 2;
     const double left = (x_start + x_end - size.width) / 2;
     const double right = left + size.width;
     node.SetPosition(left, y);
-    const auto put_out = [&](const BreakRun& b, double turn, double at) {
-        _put(b, 0, right, at);
-        _put(b, 1, turn, at);
-    };
-    const auto put_in = [&](const BreakRun& b, double turn, double at) {
-        _put_from_end(b, 2, turn, at);
-        _put_from_end(b, 1, left, at);
-    };
-    const int place = edges.place_of(node);
-    edges.for_each_out(place, [&](const Edge& edge, const Placed& placed) {
-        put_out(placed.run, placed.flat || placed.reversed ? right + edge_margin : x_end,
-                placed.goes_on_inside ? y_beside(edge, node, c, ORDER_OUT) : c);
-    });
-    edges.for_each_in(place, [&](const Edge& edge, const Placed& placed) {
-        put_in(placed.run, placed.reversed ? left - edge_margin : x_start,
-               placed.goes_on_inside ? y_beside(edge, node, c, ORDER_IN) : c);
-    });
     // Deliberate: hidden far ends are not left out of the edges that cross the border.
-    const Node owner = node.GetOwner();
     for (const StructureIndex::Pair& pair : edges_in_of(node)) {
-        put_in(BreakRun(pair.edge, owner), x_start, y_beside(pair.edge, node, c, ORDER_IN));
+        const BreakRun b(pair.edge, node.GetOwner());
+        const double at = y_beside(pair.edge, node, c, ORDER_IN);
+        _put_from_end(b, 2, x_start, at);
+        _put_from_end(b, 1, left, at);
     }
     for (const StructureIndex::Pair& pair : edges_out_of(node)) {
-        put_out(BreakRun(pair.edge, owner), x_end, y_beside(pair.edge, node, c, ORDER_OUT));
+        const BreakRun b(pair.edge, node.GetOwner());
+        const double at = y_beside(pair.edge, node, c, ORDER_OUT);
+        _put(b, 0, right, at);
+        _put(b, 1, x_end, at);
+    }
+    return PlacedNode{left, right, c, y + size.height, x_start, x_end, -1};
+}
+
+// The bends of every edge beside its ends, and on its tracks. Each end places its own; where a list
+// is too short for both, the end that is placed later has the last word.
+void IncLayout::place_edges_beside(const RunEdges& edges, const std::vector<PlacedNode>& placed) {
+    const std::span<const RunEdge> all = edges.all();
+    const auto at_end = [&](int end) { return end >= 0 ? placed.data() + end : nullptr; };
+    const auto place = [&](std::size_t i) {
+        const RunEdge& e = all[i];
+        const PlacedNode* const tail = e.leaves_tail && !e.head_hidden ? at_end(e.tail) : nullptr;
+        const PlacedNode* const head = e.enters_head && !e.tail_hidden ? at_end(e.head) : nullptr;
+        place_edge_beside(edges, e, tail, head);
+    };
+    for_each_ahead(all.size(), place, [&](std::size_t i) {
+        RunEdges::ask_for_run(all[i]);
+        prefetch(at_end(all[i].head));
+    });
+}
+
+// Of one edge, beside those of its ends that have a place in this run.
+void IncLayout::place_edge_beside(const RunEdges& edges, const RunEdge& e, const PlacedNode* tail,
+                                  const PlacedNode* head) {
+    const bool has_tail = tail != nullptr && tail->turn >= 0;
+    const bool has_head = head != nullptr && head->turn >= 0;
+    if (!has_tail && !has_head) {
+        return;
+    }
+    const BreakRun b = edges.run_of(e);
+    const auto beside = [&](int end, double c, Order order) {
+        return e.goes_on_inside
+                   ? y_beside(edges.edge_of(e), nodes[static_cast<std::size_t>(end)], c, order)
+                   : c;
+    };
+    const bool on_track = e.flat || e.reversed;
+    const auto leave = [&] {
+        const double y = beside(e.tail, tail->centre, ORDER_OUT);
+        _put(b, 0, tail->right, y);
+        _put(b, 1, on_track ? tail->right + edge_margin : tail->x_end, y);
+    };
+    const auto leave_on_track = [&] {
+        if (on_track) {
+            place_backedge_out(b, tail->x_start, tail->right + edge_margin,
+                               edges.tracks_of(e).under_tail);
+        }
+    };
+    const auto enter = [&] {
+        const double y = beside(e.head, head->centre, ORDER_IN);
+        _put_from_end(b, 2, e.reversed ? head->left - edge_margin : head->x_start, y);
+        _put_from_end(b, 1, head->left, y);
+    };
+    const auto enter_on_track = [&] {
+        if (e.reversed) {
+            place_backedge_in(b, head->left - edge_margin, head->x_end,
+                              edges.tracks_of(e).under_head);
+        }
+    };
+    if (tail == head) {
+        leave();
+        enter();
+        leave_on_track();
+        enter_on_track();
+        return;
+    }
+    const bool tail_first = has_tail && (!has_head || tail->turn < head->turn);
+    if (has_head && !tail_first) {
+        enter();
+        enter_on_track();
+    }
+    if (has_tail) {
+        leave();
+        leave_on_track();
+    }
+    if (has_head && tail_first) {
+        enter();
+        enter_on_track();
     }
 }
 
 // The dummy nodes of all columns, level by level.
-void IncLayout::place_passing_edges(double y_shift, PlacedEdges& edges) {
+void IncLayout::place_passing_edges(double y_shift, const RunEdges& edges) {
     struct Passing {
         const Node* node;
         std::size_t level;
@@ -158,29 +228,20 @@ void IncLayout::place_passing_edges(double y_shift, PlacedEdges& edges) {
             }
         });
     }
-    if (nodes.empty()) {
-        return;
-    }
     const auto run_of = [&](std::size_t i) { return dummies[i].node->get_impl()->run; };
     const auto place = [&](std::size_t i) {
         const Node& n = *dummies[i].node;
         const Level column = cur_levels->get(dummies[i].level);
-        const Edge edge = edge_of_bend(n);
         const double y = n.GetPosition().y - y_shift;
-        if (const PlacedEdges::Placed* const placed = edges.find(edge)) {
-            place_break_node(n, column.x_start, column.x_end, y, placed->run, placed->reversed);
+        if (const RunEdge* const e = edges.find(run_of(i))) {
+            place_break_node(n, column.x_start, column.x_end, y, edges.run_of(*e), e->reversed);
         } else {
+            const Edge edge = edge_of_bend(n);
             const BreakRun b(edge, nodes.front().GetOwner());
             place_break_node(n, column.x_start, column.x_end, y, b, local_info[edge].reversed);
         }
     };
-    for_each_ahead(
-        dummies.size(), place, [&](std::size_t i) { BreakNodes::Prefetch(run_of(i)); },
-        [&](std::size_t i) {
-            if (run_of(i) != nullptr) {
-                prefetch(run_of(i)->get_edge().get());
-            }
-        });
+    for_each_ahead(dummies.size(), place, [&](std::size_t i) { BreakNodes::Prefetch(run_of(i)); });
 }
 
 // A dummy node and its partner, the other bend of the same edge on the same level: one at the left

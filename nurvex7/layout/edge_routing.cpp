@@ -1,5 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
-#include "nurvex7/layout/placed_edges.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -44,27 +44,16 @@ void IncLayout::adjust_break_to_inner(Node break_node, const Node& node, double 
 
 // The tracks under a node: first its outgoing flat and reversed edges, then its incoming reversed
 // ones, each edge_gap below the one before. Gives the bottom of the last.
-double IncLayout::lay_tracks(const Node& node, double x_start, double x_end, double bottom,
-                             PlacedEdges& edges) {
-    using Placed = PlacedEdges::Placed;
-    const tamsel7::point<double> p = node.GetPosition();
-    const double right_stub = p.x + node.GetSize().width + edge_margin;
-    const double left_stub = p.x - edge_margin;
-    const int place = edges.place_of(node);
-    edges.for_each_out(place, [&](const Edge& edge, const Placed& placed) {
-        if (placed.flat || placed.reversed) {
-            bottom += edge_gap;
-            place_backedge_out(placed.run, x_start, right_stub, bottom);
-            bottom += edge.GetHandler()->GetWidth(edge);
-        }
-    });
-    edges.for_each_in(place, [&](const Edge& edge, const Placed& placed) {
-        if (placed.reversed) {
-            bottom += edge_gap;
-            place_backedge_in(placed.run, left_stub, x_end, bottom);
-            bottom += edge.GetHandler()->GetWidth(edge);
-        }
-    });
+double IncLayout::lay_tracks(int node, double bottom, RunEdges& edges) {
+    const auto lay = [&](const RunEdge& e, double RunEdges::Tracks::*side) {
+        bottom += edge_gap;
+        edges.tracks_of(e).*side = bottom;
+        const Edge& edge = edges.edge_of(e);
+        bottom += edge.GetHandler()->GetWidth(edge);
+    };
+    edges.for_each_track(
+        *run_nodes, node, [&](const RunEdge& e) { lay(e, &RunEdges::Tracks::under_tail); },
+        [&](const RunEdge& e) { lay(e, &RunEdges::Tracks::under_head); });
     return bottom;
 }
 

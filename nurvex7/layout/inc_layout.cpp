@@ -2,7 +2,7 @@
 
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
-#include "nurvex7/layout/run_nodes.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
 
@@ -128,7 +128,7 @@ void IncLayout::run(const std::vector<phase_t>& phases) {
     for (const phase_t phase : phases) {
         (this->*phase)();
     }
-    run_nodes.reset();
+    drop_run();
 }
 
 } // namespace nurvex7

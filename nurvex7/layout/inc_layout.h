@@ -17,8 +17,10 @@ namespace nurvex7 {
 class BreakRun;
 class LevelGraph;
 class Ordinals;
-class PlacedEdges;
+class RunEdges;
 class RunNodes;
+struct PlacedNode;
+struct RunEdge;
 struct NodeByAdjacentYComparator;
 
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
@@ -135,7 +137,7 @@ protected:
     void shift_old_levels();
     void shift_level_table(int k, int longest);
     void place_new_nodes();
-    void place_if_new(const RunNodes& run, int i);
+    void place_if_new(RunEdges& edges, int i);
     bool _is_new(const Node& node);
 
     // Crossing reduction (crossing_reduction.cpp)
@@ -158,10 +160,13 @@ protected:
     // Coordinates (coordinates.cpp)
     void calculate_x_coords();
     double top_shift() const;
-    double place_column(std::size_t k, double x, double y_shift, double& bottom,
-                        PlacedEdges& edges);
-    void place_normal_node(Node node, double x_start, double x_end, double y, PlacedEdges& edges);
-    void place_passing_edges(double y_shift, PlacedEdges& edges);
+    double place_column(std::size_t k, double x, double y_shift, double& bottom, RunEdges& edges,
+                        std::vector<PlacedNode>& placed, int& turn);
+    PlacedNode place_normal_node(Node node, double x_start, double x_end, double y);
+    void place_edges_beside(const RunEdges& edges, const std::vector<PlacedNode>& placed);
+    void place_edge_beside(const RunEdges& edges, const RunEdge& e, const PlacedNode* tail,
+                           const PlacedNode* head);
+    void place_passing_edges(double y_shift, const RunEdges& edges);
     void place_break_node(Node node, double x_start, double x_end, double y, const BreakRun& b,
                           bool reversed);
     int find_partner(const Node& node, const BreakRun& b);
@@ -170,8 +175,7 @@ protected:
     void adjust_break_to_inner(Node break_node, const Node& node, double x, double y, Order order);
     static void place_backedge_out(const BreakRun& b, double x_start, double x_stub, double y);
     static void place_backedge_in(const BreakRun& b, double x_stub, double x_end, double y);
-    double lay_tracks(const Node& node, double x_start, double x_end, double bottom,
-                      PlacedEdges& edges);
+    double lay_tracks(int node, double bottom, RunEdges& edges);
     void adjust_ports(std::vector<Node>* level, double x, Order order);
     tamsel7::point<double> get_inout_coords(const NodeEdgePair& pair, Order order);
     static double inout_offset(const NodeEdgePair& pair, Order order);
@@ -272,17 +276,23 @@ private:
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
     std::unique_ptr<RunNodes> make_run_nodes() const;
     RunNodes& take_run_nodes();
+    std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
+    RunEdges& take_run_edges(bool new_runs_to_come = false);
+    void drop_run();
+    bool joins_old_chains() const;
     bool assign_levels_by_groups();
     void assign_new_levels(std::vector<Node>& component, bool all_new);
     void mark_edges_by_level(const std::vector<Node>& list);
     void set_direction(int edge_number, bool flat, bool reversed);
-    void restore_chain(const Node& tail, const Edge& edge, bool reversed);
+    void restore_chain(const Node& tail, const Edge& edge, const BreakRun& b, bool reversed);
 
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
     std::unique_ptr<LevelGraph> level_graph;         ///< per phase of the level assignment
     std::unique_ptr<RunNodes> run_nodes;             ///< per run, from the first phase that asks on
+    std::unique_ptr<RunEdges> run_edges;             ///< likewise
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
+    bool joins_chains = false;          ///< see joins_old_chains; also in this class itself
     int served_id = NOBODY;             ///< the owner whose inside has been served already
 };
 

@@ -1,6 +1,5 @@
 #include "nurvex7/layout/inc_layout.h"
-#include "nurvex7/layout/placed_edges.h"
-#include "nurvex7/layout/run_nodes.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -8,6 +7,7 @@
 #include <climits>
 #include <cstddef>
 #include <memory>
+#include <span>
 
 namespace nurvex7 {
 
@@ -51,20 +51,22 @@ void IncLayout::mark_old() {
             info.is_old = true;
         }
     }
-    if (nodes.empty()) {
-        return;
-    }
-    const int owner_id = nodes.front().GetOwner().GetID();
-    const auto is_shown = [this](int place) {
-        return !IsFlagSet(structure->NodeAt(place), NODE_HIDDEN);
-    };
-    for_each_edge_of(*structure, nodes, owner_id, [&](int number, int tail, int head) {
-        if (is_shown(tail) && is_shown(head)) {
-            const Edge& edge = structure->EdgeAt(number);
-            (*cur_info)[edge].is_old = true;
-            mark_bends_old(BreakRun(edge, owner_id));
+    RunEdges& edges = take_run_edges();
+    edges.read_flags(*run_nodes);
+    const std::span<const RunEdge> all = edges.all();
+    const auto mark = [&](std::size_t i) {
+        const RunEdge& e = all[i];
+        if (e.leaves_tail && !e.tail_hidden && !e.head_hidden) {
+            (*cur_info)[edges.edge_of(e)].is_old = true;
+            mark_bends_old(edges.run_of(e));
         }
-    });
+    };
+    for_each_ahead(
+        all.size(), mark, [&](std::size_t i) { prefetch(&edges.edge_of(all[i])); },
+        [&](std::size_t i) {
+            RunEdges::ask_for_run(all[i]);
+            prefetch(edges.edge_of(all[i]).get_impl().get());
+        });
 }
 
 void IncLayout::mark_bends_old(const BreakRun& bends) {
@@ -158,17 +160,16 @@ void IncLayout::shift_level_table(int k, int longest) {
 // Puts every new node on its level and has the dummy chains of all new edges built, also of those
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
-    const RunNodes& run = take_run_nodes();
-    const auto ask_edges = [&](std::size_t turn, auto ask) {
-        const int i = static_cast<int>(turn);
-        for (const RunNodes::Link& link : run.children_of(i)) {
-            if (!run.is_recorded(i, link)) {
-                ask(structure->EdgeAt(link.edge));
+    RunEdges& edges = take_run_edges(/*new_runs_to_come=*/true);
+    const auto ask_edges = [&](std::size_t i, auto ask) {
+        for (const RunEdge& e : edges.out_of(static_cast<int>(i))) {
+            if (e.is_new) {
+                ask(edges.edge_of(e));
             }
         }
     };
     for_each_ahead(
-        nodes.size(), [&](std::size_t i) { place_if_new(run, static_cast<int>(i)); },
+        nodes.size(), [&](std::size_t i) { place_if_new(edges, static_cast<int>(i)); },
         [&](std::size_t i) { ask_edges(i, [](const Edge& edge) { prefetch(&edge); }); },
         [&](std::size_t i) {
             ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
@@ -179,8 +180,8 @@ void IncLayout::place_new_nodes() {
 }
 
 // One node, if it is new, and the edges out of it that are new.
-void IncLayout::place_if_new(const RunNodes& run, int i) {
-    const RunNodes::Past& past = run.at(i);
+void IncLayout::place_if_new(RunEdges& edges, int i) {
+    const RunNodes::Past& past = run_nodes->at(i);
     if (past.hidden) {
         return;
     }
@@ -190,11 +191,10 @@ void IncLayout::place_if_new(const RunNodes& run, int i) {
         insert_dummy_nodes_inout(n, ORDER_IN);
         insert_dummy_nodes_inout(n, ORDER_OUT);
     }
-    for (const RunNodes::Link& link : run.children_of(i)) {
-        const RunNodes::Past head = run.at_place(link.node);
-        if (!head.hidden && run.is_new_edge(i, link, head)) {
-            insert_dummy_nodes_between(n, structure->NodeAt(link.node),
-                                       structure->EdgeAt(link.edge));
+    for (const RunEdge& e : edges.out_of(i)) {
+        if (e.is_new && !edges.is_hidden(e.head, *run_nodes)) {
+            insert_dummy_nodes_between(n, edges.node_at(e.head, *run_nodes), edges.edge_of(e));
+            edges.find_new_run(e);
         }
     }
 }

@@ -3,7 +3,7 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
-#include "nurvex7/layout/run_nodes.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/queries.h"
 
 #include <typeinfo>
@@ -126,7 +126,7 @@ void IncLayout::start_run(const Node& owner) {
     }
     level_nodes.clear();
     // What a run that was cut short by an exception has left.
-    run_nodes.reset();
+    drop_run();
     level_graph.reset();
     ordinals.reset();
 }

@@ -74,6 +74,11 @@ public:
     }
     const N* find(const Node& node) const { return const_cast<NodeRecords*>(this)->find(node); }
 
+    /// Whether records lie in a run, which is kept for them.
+    bool is_holding(BreakNodes& run) const {
+        return tag != nullptr && bool(run.find_notes(tag.get()));
+    }
+
     N& find_or_make(const Node& node, const N& initial) {
         if constexpr (FITS_IN_RUN) {
             INodeImpl& impl = *node.get_impl();

@@ -1,6 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
-#include "nurvex7/layout/run_nodes.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/break_run.h"
 
 #include <algorithm>
@@ -51,20 +51,28 @@ void _sort_by_y(std::vector<Node>& level) {
 // Space   owner-relative
 void IncLayout::restore_old_levels() {
     run_nodes = make_run_nodes();
-    for (int i = 0; i < run_nodes->get_count(); ++i) {
-        const RunNodes::Past& past = run_nodes->at(i);
+    run_edges = make_run_edges(*run_nodes, /*new_runs_to_come=*/true);
+    const auto restore = [&](std::size_t i) {
+        const RunNodes::Past& past = run_nodes->at(static_cast<int>(i));
         const NodeInfo& old = past.info;
         if ((past.hidden && !keep_hidden) || !old.is_old) {
-            continue;
+            return;
         }
-        const Node& n = nodes[static_cast<std::size_t>(i)];
+        const Node& n = nodes[i];
         lengthen_to_hold(old.level);
         (*cur_info)[n] = old;
         if (!past.hidden && !old.was_hidden) {
             level_nodes[static_cast<std::size_t>(old.level)].push_back(n);
             restore_old_dummy(n);
         }
-    }
+    };
+    for_each_ahead(nodes.size(), restore, [&](std::size_t i) {
+        for (const RunEdge& e : run_edges->out_of(static_cast<int>(i))) {
+            if (e.crosses_levels) {
+                RunEdges::ask_for_run(e);
+            }
+        }
+    });
     for (std::vector<Node>& level : level_nodes) {
         _sort_by_y(level);
     }
@@ -83,27 +91,26 @@ void IncLayout::lengthen_to_hold(int level) {
 // Deliberate: the chain is not joined to the head, and an edge between adjacent levels gets no
 // neighbours at all. The lists of old nodes serve only as far as they reach new ones.
 void IncLayout::restore_old_dummy(const Node& n) {
-    const std::unique_ptr<const RunNodes> alone = run_nodes == nullptr ? make_run_nodes() : nullptr;
-    const RunNodes& run = run_nodes != nullptr ? *run_nodes : *alone;
-    const int i = run.number_of(structure->FindPlace(n));
+    if (run_edges == nullptr) {
+        take_run_edges();
+    }
+    const int i = run_nodes->number_of(structure->FindPlace(n));
     if (i < 0) {
         return;
     }
-    const NodeInfo tail = run.at(i).info;
-    for (const RunNodes::Link& link : run.children_of(i)) {
-        const RunNodes::Past head = run.at_place(link.node);
-        const int rise = head.info.level - tail.level;
+    for (const RunEdge& e : run_edges->out_of(i)) {
         // Between adjacent levels no bend has a level to return to.
-        if (!head.hidden && std::abs(rise) > 1 && !run.is_new_edge(i, link, head)) {
-            restore_chain(n, structure->EdgeAt(link.edge), rise < 0);
+        if (e.crosses_levels && !e.is_new && !run_edges->is_hidden(e.head, *run_nodes)) {
+            restore_chain(n, run_edges->edge_of(e), run_edges->run_of(e), e.runs_back);
         }
     }
 }
 
-void IncLayout::restore_chain(const Node& tail, const Edge& edge, bool reversed) {
+void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun& b,
+                              bool reversed) {
     const int skipped = reversed ? 4 : 2;
-    const BreakRun b(edge, tail.GetOwner());
     const int end = b.get_count() - skipped;
+    const bool joined = joins_old_chains();
     Node prev = tail;
     for (int i = skipped; i < end; i += 2) {
         const Node dummy = b.at(i);
@@ -115,13 +122,18 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, bool reversed)
         level_nodes[static_cast<std::size_t>(old.level)].push_back(dummy);
         (*cur_info)[dummy] = old;
         (*cur_info)[b.at(i + 1)] = old;
-        if (reversed) {
-            mark_as_neighbours(dummy, prev, edge);
-        } else {
-            mark_as_neighbours(prev, dummy, edge);
+        if (joined) {
+            reversed ? mark_as_neighbours(dummy, prev, edge)
+                     : mark_as_neighbours(prev, dummy, edge);
+            prev = dummy;
         }
-        prev = dummy;
     }
+}
+
+// The phases of this class read the neighbours of new nodes only; those of a derived layout may
+// read any.
+bool IncLayout::joins_old_chains() const {
+    return typeid(*this) != typeid(IncLayout) || joins_chains;
 }
 
 std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
@@ -137,6 +149,26 @@ RunNodes& IncLayout::take_run_nodes() {
         run_nodes->read_flags_again(nodes);
     }
     return *run_nodes;
+}
+
+std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,
+                                                    bool new_runs_to_come) const {
+    const int owner_id = nodes.empty() ? 0 : nodes.front().GetOwner().GetID();
+    return std::make_unique<RunEdges>(*structure, of, old_info, owner_id, new_runs_to_come);
+}
+
+// Likewise the edges, and with them the nodes.
+RunEdges& IncLayout::take_run_edges(bool new_runs_to_come) {
+    const RunNodes& of = take_run_nodes();
+    if (run_edges == nullptr || typeid(*this) != typeid(IncLayout)) {
+        run_edges = make_run_edges(of, new_runs_to_come);
+    }
+    return *run_edges;
+}
+
+void IncLayout::drop_run() {
+    run_edges.reset();
+    run_nodes.reset();
 }
 
 } // namespace nurvex7

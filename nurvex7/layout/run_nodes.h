@@ -14,9 +14,9 @@ namespace nurvex7 {
 
 /// The nodes of a run in numbers, with what the run before knew of each.
 ///
-/// An Update comes past every node and every edge of what stands, mostly to find that nothing has
-/// happened to it. So the records of the nodes are looked up once, in their order, and the edges
-/// are followed in the numbers of the kept answers.
+/// An Update comes past every node of what stands, mostly to find that nothing has happened to it.
+/// So the records of the nodes are looked up once, in their order, and their neighbours are
+/// followed in the numbers of the kept answers.
 ///
 /// Duty    the structure and the records stand still while this is in use, and so do the flags and
 ///         the notes of places, unless they are asked for again
@@ -36,12 +36,10 @@ public:
         : index(answers), records(old) {
         places.reserve(list.size());
         past.reserve(list.size());
-        first_link.reserve(list.size());
         for (const Node& node : list) {
             places.push_back(index.FindPlace(node));
             past.push_back(past_of(node));
         }
-        look_edges_up();
         take_notes_back();
     }
 
@@ -70,6 +68,8 @@ public:
         const int note = index.NoteOfPlace(place);
         return note < get_count() && places[static_cast<std::size_t>(note)] == place ? note : -1;
     }
+    /// The place of a node; -1 where the answers do not cover it.
+    int place_of(int i) const { return places[static_cast<std::size_t>(i)]; }
     const Past& at(int i) const { return past[static_cast<std::size_t>(i)]; }
     /// Also of a node that is not of the list: answers name those of another graph.
     Past at_place(int place) const {
@@ -84,43 +84,7 @@ public:
         return index.ParentLinks(places[static_cast<std::size_t>(i)]);
     }
 
-    /// Whether the run before has drawn an edge out of a node, one of its children_of.
-    bool is_recorded(int i, const Link& link) const {
-        const auto turn = static_cast<std::size_t>(&link - children_of(i).data());
-        return recorded_links[first_link[static_cast<std::size_t>(i)] + turn] != 0;
-    }
-    /// An edge that was recorded while an end of it had no level yet never got a chain.
-    bool is_new_edge(int i, const Link& link, const Past& head) const {
-        return !is_recorded(i, link) || at(i).info.level < 0 || head.info.level < 0;
-    }
-
 private:
-    // The edges of a run lie all over the memory, and so do their records.
-    void look_edges_up() {
-        std::vector<int> numbers;
-        for (const int place : places) {
-            first_link.push_back(numbers.size());
-            for (const Link& link : index.ChildLinks(place)) {
-                numbers.push_back(link.edge);
-            }
-        }
-        const auto edge_at = [&](std::size_t i) -> const Edge& { return index.EdgeAt(numbers[i]); };
-        if (records.edge_info.empty()) {
-            recorded_links.assign(numbers.size(), records.default_edge.is_old ? 1 : 0);
-            return;
-        }
-        recorded_links.reserve(numbers.size());
-        for_each_ahead(
-            numbers.size(), [&](std::size_t i) { recorded_links.push_back(look_up(edge_at(i))); },
-            [&](std::size_t i) { prefetch(&edge_at(i)); },
-            [&](std::size_t i) { prefetch(edge_at(i).get_impl().get()); },
-            [&](std::size_t i) { records.edge_info.ask_for_slot(edge_at(i).GetID()); },
-            [&](std::size_t i) { records.edge_info.ask_for_page(edge_at(i).GetID()); });
-    }
-    char look_up(const Edge& edge) const {
-        const node_store::edge_entry* const found = records.edge_info.find(edge.GetID());
-        return (found != nullptr ? found->second : records.default_edge).is_old ? 1 : 0;
-    }
     static bool is_hidden(const Node& node) { return (node.GetCondition() & NODE_HIDDEN) != 0; }
     Past past_of(const Node& node) const {
         const NodeInfo* const found = records.node_info.find(node);
@@ -131,8 +95,6 @@ private:
     const node_store& records;
     std::vector<int> places; ///< -1 where the answers do not cover the node
     std::vector<Past> past;
-    std::vector<std::size_t> first_link; ///< of each node in `recorded_links`
-    std::vector<char> recorded_links;    ///< 1 where the edge was drawn
 };
 
 } // namespace nurvex7

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -142,6 +143,10 @@ public:
 
     /// Called when a break node has been let go by everybody.
     void lose_one();
+
+    /// For who numbers runs; it may be somebody else's, so it has to be checked before it is
+    /// believed.
+    mutable std::int32_t note = -1;
 
 private:
     friend struct BreakNodeList;

@@ -27,6 +27,21 @@ public:
         count = nodes != nullptr ? nodes->GetCount() : held->GetCount();
     }
 
+    /// A run of the edge that is known, of the store of the edge.
+    BreakRun(const Edge& edge, BreakNodes& known)
+        : vis(edge.get_vis()), nodes(&known), own_places(true), count(known.GetCount()) {}
+
+    /// The run of an edge in an owner; null where there is none, where the edge does not remember
+    /// its record, and where the run is of another store.
+    static BreakNodes* Find(const Edge& edge, int owner_id) {
+        const DefaultEdgeVis* const known = edge.get_impl()->known_vis;
+        if (known == nullptr || known->store != edge.get_vis().get()) {
+            return nullptr;
+        }
+        BreakNodes* const run = known->known_run_in(owner_id);
+        return run != nullptr && run->get_store() == known->store ? run : nullptr;
+    }
+
     /// Drops the run of an edge in an owner, and makes one of `count` new break nodes.
     static BreakRun Renew(const Edge& edge, int owner_id, int count) {
         const IEdgeImpl& impl = *edge.get_impl();
@@ -40,13 +55,6 @@ public:
             record->add_break_nodes_in(owner_id, count);
         }
         return BreakRun(edge, owner_id);
-    }
-
-    /// Keeps the run, so that nothing that happens to the edge takes it away.
-    void hold() {
-        if (nodes != nullptr) {
-            held = nodes;
-        }
     }
 
     int get_count() const { return count; }
@@ -82,9 +90,8 @@ private:
     }
 
     const graph_ptr<IGraphVis>& vis;
-    graph_ptr<node_impl_set>
-        held;                    ///< null where the edge remembers its record, unless it is to hold
-    BreakNodes* nodes = nullptr; ///< null where the store is of another kind
+    graph_ptr<node_impl_set> held; ///< null where the edge remembers its record
+    BreakNodes* nodes = nullptr;   ///< null where the store is of another kind
     bool own_places;
     int count;
 };

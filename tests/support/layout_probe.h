@@ -13,7 +13,9 @@ namespace nurvex7 {
 /// what they share. Owners inside are served by the layout of the graph, whole.
 class LayoutProbe {
 public:
-    explicit LayoutProbe(testing_support::TestGraph& of_graph) : g(of_graph) {}
+    explicit LayoutProbe(testing_support::TestGraph& of_graph) : g(of_graph) {
+        layout.joins_chains = true; // so that their lists can be looked at
+    }
 
     /// Make of an owner, up to and with the named phase.
     void make_up_to(std::string_view last) { make_up_to(last, g.root()); }
