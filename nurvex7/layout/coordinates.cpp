@@ -1,6 +1,7 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
-#include "nurvex7/layout/run_edges.h"
+#include "nurvex7/layout/placing.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -20,20 +21,19 @@ namespace nurvex7 {
 // Leaves  nothing above node_gap; the order along every level
 // Space   owner-relative
 void IncLayout::calculate_x_coords() {
-    const double y_shift = top_shift();
-    double x = level_gap;
-    double bottom = 0;
-    double max_bottom = 0;
+    take_standings();
     RunEdges& edges = take_run_edges();
     edges.read_marks(*run_nodes, local_info);
-    std::vector<PlacedNode> placed(nodes.size());
-    int turn = 0;
+    Placing placing{edges, top_shift(), 0, 0, std::vector<PlacedNode>(nodes.size())};
+    double x = level_gap;
+    double max_bottom = 0;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        x = place_column(k, x, y_shift, bottom, edges, placed, turn);
-        max_bottom = std::max(max_bottom, bottom + node_gap);
+        x = place_column(k, x, placing);
+        max_bottom = std::max(max_bottom, placing.bottom + node_gap);
     }
-    place_edges_beside(edges, placed);
-    place_passing_edges(y_shift, edges);
+    place_edges_beside(placing);
+    place_passing_edges(placing);
+    standings.clear();
     if (!level_nodes.empty()) {
         adjust_ports(&level_nodes.front(), 0, ORDER_IN);
         adjust_ports(&level_nodes.back(), x, ORDER_OUT);
@@ -46,8 +46,9 @@ void IncLayout::calculate_x_coords() {
 double IncLayout::top_shift() const {
     double top = node_gap;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for_each_on_level(level_nodes[k],
-                          [&](const Node& n) { top = std::min(top, n.GetPosition().y); });
+        for (const Standing& at : standings[k]) {
+            top = std::min(top, at.y);
+        }
     }
     return top - node_gap;
 }
@@ -56,18 +57,17 @@ double IncLayout::top_shift() const {
 // that long edges cost no width. The column of the run before stays where it was as long as it is
 // wide enough and does not lie left of x.
 //
-// Deliberate: `bottom` is the caller's and not set back for each column; only real nodes move it.
+// Deliberate: the bottom is not set back for each column; only real nodes move it.
 // Deliberate: the gap behind the last column counts in the width of the owner.
-double IncLayout::place_column(std::size_t k, double x, double y_shift, double& bottom,
-                               RunEdges& edges, std::vector<PlacedNode>& placed, int& turn) {
+double IncLayout::place_column(std::size_t k, double x, Placing& placing) {
     double x_end = x;
-    std::vector<const Node*> real;
-    for_each_on_level(level_nodes[k], [&](const Node& n) {
-        if (!n.IsDummy()) {
-            real.push_back(&n);
-            x_end = std::max(x_end, x + n.GetSize().width);
+    const std::vector<Node>& level = level_nodes[k];
+    const std::vector<Standing>& standing = standings[k];
+    for (const Standing& at : standing) {
+        if (!at.is_dummy) {
+            x_end = std::max(x_end, x + at.width);
         }
-    });
+    }
     if (x_end != x) {
         x_end += 2 * edge_margin;
     }
@@ -81,16 +81,28 @@ double IncLayout::place_column(std::size_t k, double x, double y_shift, double& 
         x_end = std::max(x_end, before.x_end);
     }
     cur_levels->set(k, Level{x, x_end, x_end - x});
-    for (const Node* const n : real) {
-        PlacedNode at = place_normal_node(*n, x, x_end, n->GetPosition().y - y_shift);
-        at.turn = turn++;
-        bottom = at.bottom;
-        const int i = run_nodes->number_of(structure->FindPlace(*n));
-        if (i >= 0) {
-            bottom = lay_tracks(i, bottom, edges);
-            placed[static_cast<std::size_t>(i)] = at;
+    const auto place = [&](std::size_t i) {
+        if (standing[i].is_dummy) {
+            placing.passing.push_back({&level[i], k});
+            return;
         }
-    }
+        const int number = standing[i].number;
+        PlacedNode* const spot =
+            number >= 0 ? &placing.nodes[static_cast<std::size_t>(number)] : nullptr;
+        // A node that stands on two levels has been moved already.
+        const bool first_time = spot != nullptr && spot->turn < 0;
+        const double y = first_time ? standing[i].y : level[i].GetPosition().y;
+        const PlacedNode placed = place_normal_node(level[i], x, x_end, y - placing.y_shift);
+        placing.bottom = placed.bottom;
+        if (spot != nullptr) {
+            placing.bottom = lay_tracks(number, placing.bottom, placing.edges);
+            *spot = placed;
+            spot->turn = placing.turn++;
+        }
+    };
+    for_each_ahead(
+        level.size(), place, [&](std::size_t i) { prefetch(level[i].get_impl().get()); },
+        [&](std::size_t i) { prefetch(place_address(*level[i].get_impl())); });
     const double gap = x_end - x == 0 ? 0 : level_gap;
     return x_end + gap;
 }
@@ -140,9 +152,10 @@ PlacedNode IncLayout::place_normal_node(Node node, double x_start, double x_end,
 
 // The bends of every edge beside its ends, and on its tracks. Each end places its own; where a list
 // is too short for both, the end that is placed later has the last word.
-void IncLayout::place_edges_beside(const RunEdges& edges, const std::vector<PlacedNode>& placed) {
+void IncLayout::place_edges_beside(const Placing& placing) {
+    const RunEdges& edges = placing.edges;
     const std::span<const RunEdge> all = edges.all();
-    const auto at_end = [&](int end) { return end >= 0 ? placed.data() + end : nullptr; };
+    const auto at_end = [&](int end) { return end >= 0 ? placing.nodes.data() + end : nullptr; };
     const auto place = [&](std::size_t i) {
         const RunEdge& e = all[i];
         const PlacedNode* const tail = e.leaves_tail && !e.head_hidden ? at_end(e.tail) : nullptr;
@@ -215,33 +228,31 @@ void IncLayout::place_edge_beside(const RunEdges& edges, const RunEdge& e, const
 }
 
 // The dummy nodes of all columns, level by level.
-void IncLayout::place_passing_edges(double y_shift, const RunEdges& edges) {
-    struct Passing {
-        const Node* node;
-        std::size_t level;
-    };
-    std::vector<Passing> dummies;
-    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for_each_on_level(level_nodes[k], [&](const Node& n) {
-            if (n.IsDummy()) {
-                dummies.push_back({&n, k});
-            }
-        });
-    }
-    const auto run_of = [&](std::size_t i) { return dummies[i].node->get_impl()->run; };
+void IncLayout::place_passing_edges(const Placing& placing) {
+    const auto run_of = [&](std::size_t i) { return placing.passing[i].dummy->get_impl()->run; };
     const auto place = [&](std::size_t i) {
-        const Node& n = *dummies[i].node;
-        const Level column = cur_levels->get(dummies[i].level);
-        const double y = n.GetPosition().y - y_shift;
-        if (const RunEdge* const e = edges.find(run_of(i))) {
-            place_break_node(n, column.x_start, column.x_end, y, edges.run_of(*e), e->reversed);
+        const Placing::Passing& at = placing.passing[i];
+        const Node& n = *at.dummy;
+        const Level column = cur_levels->get(at.level);
+        const double y = n.GetPosition().y - placing.y_shift;
+        if (const RunEdge* const e = placing.edges.find(run_of(i))) {
+            place_break_node(n, column.x_start, column.x_end, y, placing.edges.run_of(*e),
+                             e->reversed);
         } else {
             const Edge edge = edge_of_bend(n);
             const BreakRun b(edge, nodes.front().GetOwner());
             place_break_node(n, column.x_start, column.x_end, y, b, local_info[edge].reversed);
         }
     };
-    for_each_ahead(dummies.size(), place, [&](std::size_t i) { BreakNodes::Prefetch(run_of(i)); });
+    for_each_ahead(
+        placing.passing.size(), place,
+        [&](std::size_t i) { prefetch(placing.passing[i].dummy->get_impl().get()); },
+        [&](std::size_t i) { prefetch(run_of(i)); },
+        [&](std::size_t i) {
+            if (run_of(i) != nullptr) {
+                run_of(i)->PrefetchAll();
+            }
+        });
 }
 
 // A dummy node and its partner, the other bend of the same edge on the same level: one at the left

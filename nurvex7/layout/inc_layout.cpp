@@ -3,9 +3,11 @@
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
 #include "nurvex7/layout/run_edges.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
 
+#include <typeinfo>
 #include <utility>
 
 namespace nurvex7 {
@@ -39,6 +41,7 @@ void IncLayout::Init(double level_gap_, double node_gap_, double edge_gap_, doub
     node_gap = node_gap_;
     edge_gap = edge_gap_;
     edge_margin = edge_margin_;
+    ++inits;
     // Deliberate: appends, never replaces. A second Init makes every phase run twice.
     make_phases.insert(make_phases.end(),
                        {
@@ -122,6 +125,12 @@ void IncLayout::Resize(Node owner) {
     run(resize_phases);
     owner.SetSize(result_size);
     ShiftPosition(owner, {0, 0});
+}
+
+// A phase of a derived layout can do anything to what the phases share; so can one of this class
+// that runs a second time after a second Init.
+bool IncLayout::knows_all_phases() const {
+    return typeid(*this) == typeid(IncLayout) && inits == 1;
 }
 
 void IncLayout::run(const std::vector<phase_t>& phases) {

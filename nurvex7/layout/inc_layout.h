@@ -20,7 +20,9 @@ class Ordinals;
 class RunEdges;
 class RunNodes;
 struct PlacedNode;
+struct Placing;
 struct RunEdge;
+struct Standing;
 struct NodeByAdjacentYComparator;
 
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
@@ -132,6 +134,7 @@ protected:
 
     // Marks and level table (level_table.cpp)
     void mark_old();
+    bool keep_edge_records(const RunEdges& edges);
     void mark_bends_old(const BreakRun& bends);
     void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
     void shift_old_levels();
@@ -160,13 +163,12 @@ protected:
     // Coordinates (coordinates.cpp)
     void calculate_x_coords();
     double top_shift() const;
-    double place_column(std::size_t k, double x, double y_shift, double& bottom, RunEdges& edges,
-                        std::vector<PlacedNode>& placed, int& turn);
+    double place_column(std::size_t k, double x, Placing& placing);
     PlacedNode place_normal_node(Node node, double x_start, double x_end, double y);
-    void place_edges_beside(const RunEdges& edges, const std::vector<PlacedNode>& placed);
+    void place_edges_beside(const Placing& placing);
     void place_edge_beside(const RunEdges& edges, const RunEdge& e, const PlacedNode* tail,
                            const PlacedNode* head);
-    void place_passing_edges(double y_shift, const RunEdges& edges);
+    void place_passing_edges(const Placing& placing);
     void place_break_node(Node node, double x_start, double x_end, double y, const BreakRun& b,
                           bool reversed);
     int find_partner(const Node& node, const BreakRun& b);
@@ -257,6 +259,7 @@ private:
     };
 
     void run(const std::vector<phase_t>& phases);
+    bool knows_all_phases() const;
 
     // How runs nest (nested_runs.cpp)
     bool take_size_of_leaf(Node& owner);
@@ -279,11 +282,15 @@ private:
     std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();
+    void restore_on_level(int level, const Node& node, int number, double room);
+    std::vector<std::vector<Standing>>& take_standings();
+    Standing standing_of(const Node& node) const;
     bool joins_old_chains() const;
     bool assign_levels_by_groups();
     void assign_new_levels(std::vector<Node>& component, bool all_new);
     void mark_edges_by_level(const std::vector<Node>& list);
     void set_direction(int edge_number, bool flat, bool reversed);
+    void restore_old_dummies(const Node& n, int i);
     void restore_chain(const Node& tail, const Edge& edge, const BreakRun& b, bool reversed);
 
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
@@ -291,7 +298,9 @@ private:
     std::unique_ptr<LevelGraph> level_graph;         ///< per phase of the level assignment
     std::unique_ptr<RunNodes> run_nodes;             ///< per run, from the first phase that asks on
     std::unique_ptr<RunEdges> run_edges;             ///< likewise
+    std::vector<std::vector<Standing>> standings;    ///< likewise: of level_nodes, as far as told
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
+    int inits = 0;                      ///< calls of Init
     bool joins_chains = false;          ///< see joins_old_chains; also in this class itself
     int served_id = NOBODY;             ///< the owner whose inside has been served already
 };

@@ -1,5 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/run_edges.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
 #include "nurvex7/model/folding.h"
 
@@ -53,20 +54,55 @@ void IncLayout::mark_old() {
     }
     RunEdges& edges = take_run_edges();
     edges.read_flags(*run_nodes);
+    const bool kept = keep_edge_records(edges);
     const std::span<const RunEdge> all = edges.all();
     const auto mark = [&](std::size_t i) {
         const RunEdge& e = all[i];
-        if (e.leaves_tail && !e.tail_hidden && !e.head_hidden) {
+        if (!RunEdges::is_drawn(e)) {
+            return;
+        }
+        if (!kept || !e.is_recorded) {
             (*cur_info)[edges.edge_of(e)].is_old = true;
-            mark_bends_old(edges.run_of(e));
+        }
+        mark_bends_old(edges.run_of(e));
+    };
+    const auto ask_for_edge = [&](std::size_t i, auto ask) {
+        if (!kept || !all[i].is_recorded) {
+            ask(edges.edge_of(all[i]));
         }
     };
     for_each_ahead(
-        all.size(), mark, [&](std::size_t i) { prefetch(&edges.edge_of(all[i])); },
+        all.size(), mark,
+        [&](std::size_t i) { ask_for_edge(i, [](const Edge& e) { prefetch(&e); }); },
         [&](std::size_t i) {
             RunEdges::ask_for_run(all[i]);
-            prefetch(edges.edge_of(all[i]).get_impl().get());
+            ask_for_edge(i, [](const Edge& e) { prefetch(e.get_impl().get()); });
         });
+}
+
+// Most edges were drawn by the run before, and their records say already what they are to say: the
+// table of that run goes on, less those that are not drawn any more. False where it holds others
+// too, of edges that are gone, or where a phase has made records of its own.
+bool IncLayout::keep_edge_records(const RunEdges& edges) {
+    if (!knows_all_phases() || !cur_info->edge_info.empty()) {
+        return false;
+    }
+    std::size_t drawn = 0;
+    for (const RunEdge& e : edges.all()) {
+        if (!e.is_recorded) {
+            continue;
+        }
+        if (RunEdges::is_drawn(e)) {
+            ++drawn;
+        } else {
+            old_info.edge_info.erase(e.id);
+        }
+    }
+    if (old_info.edge_info.size() != drawn) {
+        return false;
+    }
+    cur_info->edge_info.swap(old_info.edge_info);
+    return true;
 }
 
 void IncLayout::mark_bends_old(const BreakRun& bends) {
@@ -127,10 +163,12 @@ void IncLayout::shift_old_levels() {
     if (lo >= 1) {
         cur_levels->resize(static_cast<std::size_t>(hi + 2));
         level_nodes.resize(static_cast<std::size_t>(hi + 2));
+        standings.resize(std::min(standings.size(), level_nodes.size()));
         return;
     }
     const int k = 1 - lo;
     shift_level_table(k, hi - lo + 3);
+    standings.clear();
     if (!level_nodes.empty()) {
         level_nodes.resize(level_nodes.size() + static_cast<std::size_t>(k));
         for (std::size_t i = level_nodes.size() - 1; i >= static_cast<std::size_t>(k); --i) {

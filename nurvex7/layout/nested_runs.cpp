@@ -4,6 +4,7 @@
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
 #include "nurvex7/layout/run_edges.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/queries.h"
 
 #include <typeinfo>

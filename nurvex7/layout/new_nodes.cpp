@@ -1,9 +1,9 @@
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/layout/standing.h"
 
 #include <algorithm>
 #include <cfloat>
 #include <cstddef>
-#include <typeinfo>
 #include <vector>
 
 namespace nurvex7 {
@@ -58,15 +58,21 @@ std::size_t IncLayout::_nearest_space(const std::vector<FreeSpace>& spaces, doub
 // Space   owner-relative
 void IncLayout::calculate_new_nodes_y_coords() {
     // The old nodes of a level stand first, unless a phase of a derived layout has seen to it.
-    const bool old_stand_first = typeid(*this) == typeid(IncLayout);
-    for (std::vector<Node>& level : level_nodes) {
+    const bool old_stand_first = knows_all_phases();
+    for (std::size_t k = 0; k < level_nodes.size(); ++k) {
+        std::vector<Node>& level = level_nodes[k];
         if (old_stand_first && !level.empty() && !_is_new(level.back())) {
             continue;
         }
         const auto first =
             std::find_if(level.begin(), level.end(), [this](const Node& n) { return _is_new(n); });
-        if (first != level.end()) {
-            place_new_nodes_of(level, first);
+        if (first == level.end()) {
+            continue;
+        }
+        place_new_nodes_of(level, first);
+        if (k < standings.size()) {
+            const auto old_count = static_cast<std::size_t>(first - level.begin());
+            standings[k].resize(std::min(standings[k].size(), old_count));
         }
     }
 }

@@ -1,41 +1,46 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
 #include "nurvex7/layout/run_edges.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
-#include <typeinfo>
+#include <span>
 #include <utility>
 
 namespace nurvex7 {
 
 namespace {
 
-// A stable sort of the y, which are gathered first: along a level the nodes lie far apart.
-void _sort_by_y(std::vector<Node>& level) {
-    struct Standing {
+// A stable sort by y, of the nodes of a level and of where they stand.
+void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
+    struct Turn {
         double y;
-        std::size_t turn;
+        std::size_t at;
     };
-    std::vector<Standing> order;
+    std::vector<Turn> order;
     order.reserve(level.size());
-    for_each_on_level(level, [&](const Node& n) {
-        order.push_back({n.GetPosition().y, order.size()});
-    });
-    const auto above = [](const Standing& a, const Standing& b) { return a.y < b.y; };
+    for (const Standing& standing : standings) {
+        order.push_back({standing.y, order.size()});
+    }
+    const auto above = [](const Turn& a, const Turn& b) { return a.y < b.y; };
     if (std::is_sorted(order.begin(), order.end(), above)) {
         return;
     }
     std::stable_sort(order.begin(), order.end(), above);
     std::vector<Node> sorted;
+    std::vector<Standing> sorted_standings;
     sorted.reserve(level.size());
-    for (const Standing& next : order) {
-        sorted.push_back(std::move(level[next.turn]));
+    sorted_standings.reserve(level.size());
+    for (const Turn& next : order) {
+        sorted.push_back(std::move(level[next.at]));
+        sorted_standings.push_back(standings[next.at]);
     }
     level.swap(sorted);
+    standings.swap(sorted_standings);
 }
 
 } // namespace
@@ -62,24 +67,70 @@ void IncLayout::restore_old_levels() {
         lengthen_to_hold(old.level);
         (*cur_info)[n] = old;
         if (!past.hidden && !old.was_hidden) {
-            level_nodes[static_cast<std::size_t>(old.level)].push_back(n);
-            restore_old_dummy(n);
+            restore_on_level(old.level, n, static_cast<int>(i), _get_height(n));
+            restore_old_dummies(n, static_cast<int>(i));
         }
     };
-    for_each_ahead(nodes.size(), restore, [&](std::size_t i) {
+    const auto ask_for_chains = [&](std::size_t i, auto ask) {
         for (const RunEdge& e : run_edges->out_of(static_cast<int>(i))) {
-            if (e.crosses_levels) {
-                RunEdges::ask_for_run(e);
+            if (e.crosses_levels && e.run != nullptr) {
+                ask(*e.run);
             }
         }
-    });
-    for (std::vector<Node>& level : level_nodes) {
-        _sort_by_y(level);
+    };
+    for_each_ahead(
+        nodes.size(), restore,
+        [&](std::size_t i) { ask_for_chains(i, [](BreakNodes& run) { prefetch(&run); }); },
+        [&](std::size_t i) { ask_for_chains(i, [](BreakNodes& run) { run.PrefetchAll(); }); });
+    take_standings();
+    for (std::size_t k = 0; k < standings.size(); ++k) {
+        _sort_by_y(level_nodes[k], standings[k]);
     }
     if (holds_real_node_last()) {
         level_nodes.emplace_back();
         cur_levels->resize(level_nodes.size() + 1);
     }
+}
+
+void IncLayout::restore_on_level(int level, const Node& node, int number, double room) {
+    const auto k = static_cast<std::size_t>(level);
+    if (standings.size() < level_nodes.size()) {
+        standings.resize(level_nodes.size());
+    }
+    standings[k].push_back(standing_of(node));
+    standings[k].back().room = room;
+    standings[k].back().number = number;
+    level_nodes[k].push_back(node);
+}
+
+Standing IncLayout::standing_of(const Node& node) const {
+    Standing at;
+    at.y = node.GetPosition().y;
+    at.is_dummy = node.IsDummy();
+    at.width = at.is_dummy ? 0 : node.GetSize().width;
+    return at;
+}
+
+// Where the nodes of the levels stand. Those that are known stand first on their levels, unless
+// phases have moved some that are not known here.
+std::vector<std::vector<Standing>>& IncLayout::take_standings() {
+    if (!knows_all_phases()) {
+        standings.clear();
+    }
+    standings.resize(level_nodes.size());
+    const RunNodes& of = take_run_nodes();
+    for (std::size_t k = 0; k < level_nodes.size(); ++k) {
+        std::vector<Standing>& known = standings[k];
+        const auto rest = std::span(level_nodes[k]).subspan(known.size());
+        known.reserve(level_nodes[k].size());
+        for_each_on_level(rest, [&](const Node& n) {
+            known.push_back(standing_of(n));
+            if (!known.back().is_dummy) {
+                known.back().number = of.number_of(structure->FindPlace(n));
+            }
+        });
+    }
+    return standings;
 }
 
 void IncLayout::lengthen_to_hold(int level) {
@@ -95,9 +146,13 @@ void IncLayout::restore_old_dummy(const Node& n) {
         take_run_edges();
     }
     const int i = run_nodes->number_of(structure->FindPlace(n));
-    if (i < 0) {
-        return;
+    if (i >= 0) {
+        restore_old_dummies(n, i);
     }
+}
+
+// Of the node with a number.
+void IncLayout::restore_old_dummies(const Node& n, int i) {
     for (const RunEdge& e : run_edges->out_of(i)) {
         // Between adjacent levels no bend has a level to return to.
         if (e.crosses_levels && !e.is_new && !run_edges->is_hidden(e.head, *run_nodes)) {
@@ -111,6 +166,7 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun
     const int skipped = reversed ? 4 : 2;
     const int end = b.get_count() - skipped;
     const bool joined = joins_old_chains();
+    const double width = edge.GetHandler()->GetWidth(edge);
     Node prev = tail;
     for (int i = skipped; i < end; i += 2) {
         const Node dummy = b.at(i);
@@ -119,7 +175,7 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun
             continue; // a bend that no run has put on a level has no place to return to
         }
         lengthen_to_hold(old.level);
-        level_nodes[static_cast<std::size_t>(old.level)].push_back(dummy);
+        restore_on_level(old.level, dummy, -1, width);
         (*cur_info)[dummy] = old;
         (*cur_info)[b.at(i + 1)] = old;
         if (joined) {
@@ -133,7 +189,7 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun
 // The phases of this class read the neighbours of new nodes only; those of a derived layout may
 // read any.
 bool IncLayout::joins_old_chains() const {
-    return typeid(*this) != typeid(IncLayout) || joins_chains;
+    return joins_chains || !knows_all_phases();
 }
 
 std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
@@ -142,7 +198,7 @@ std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
 
 // The nodes as a phase before has left them. A derived layout may have changed the tables since.
 RunNodes& IncLayout::take_run_nodes() {
-    if (run_nodes == nullptr || typeid(*this) != typeid(IncLayout)) {
+    if (run_nodes == nullptr || !knows_all_phases()) {
         run_nodes = make_run_nodes();
     } else {
         run_nodes->take_notes_back();
@@ -160,7 +216,7 @@ std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,
 // Likewise the edges, and with them the nodes.
 RunEdges& IncLayout::take_run_edges(bool new_runs_to_come) {
     const RunNodes& of = take_run_nodes();
-    if (run_edges == nullptr || typeid(*this) != typeid(IncLayout)) {
+    if (run_edges == nullptr || !knows_all_phases()) {
         run_edges = make_run_edges(of, new_runs_to_come);
     }
     return *run_edges;
@@ -169,6 +225,7 @@ RunEdges& IncLayout::take_run_edges(bool new_runs_to_come) {
 void IncLayout::drop_run() {
     run_edges.reset();
     run_nodes.reset();
+    standings.clear();
 }
 
 } // namespace nurvex7

@@ -23,7 +23,8 @@ struct RunEdge {
     int track = -1;                 ///< of the tracks under its ends; -1 where it has none
     bool leaves_tail : 1;           ///< the tail knows it
     bool enters_head : 1;           ///< the head does
-    bool is_new : 1;                ///< the run before has not drawn it
+    bool is_recorded : 1;           ///< the run before has left a record that it was drawn
+    bool is_new : 1;                ///< the run before has not drawn it, not as it has to be drawn
     bool crosses_levels : 1;        ///< in the run before a level lay between its ends
     bool runs_back : 1;             ///< in the run before it went to a lower level
     bool tail_hidden : 1;           ///< now
@@ -32,17 +33,6 @@ struct RunEdge {
     bool flat : 1;                  ///< likewise
     bool goes_on_inside : 1 = true; ///< it may have bends in an owner below as well
     BreakNodes* run = nullptr;      ///< null where it has none, or has to be asked for it
-};
-
-/// Where a real node of the run stands, and the column around it. Space: owner-relative.
-struct PlacedNode {
-    double left = 0;
-    double right = 0;
-    double centre = 0;
-    double bottom = 0;
-    double x_start = 0;
-    double x_end = 0;
-    int turn = -1; ///< in the order of the columns; -1 for one that has no place in this run
 };
 
 /// The edges between the nodes of a run, in numbers, with their bends.
@@ -120,6 +110,10 @@ public:
     std::span<const RunEdge> out_of(int i) const {
         const auto node = static_cast<std::size_t>(i);
         return std::span(entries).subspan(first[node], first[node + 1] - first[node]);
+    }
+    /// Those that are drawn in this run. Duty: the flags have been read
+    static bool is_drawn(const RunEdge& e) {
+        return e.leaves_tail && !e.tail_hidden && !e.head_hidden;
     }
     const Edge& edge_of(const RunEdge& e) const { return index.EdgeAt(e.number); }
     /// Enters an empty run where it has none.
@@ -212,7 +206,8 @@ private:
 
     void complete(RunEdge& e, const RunNodes& of) {
         const node_store::edge_entry* const found = records.edge_info.find(e.id);
-        const bool drawn = (found != nullptr ? found->second : records.default_edge).is_old;
+        e.is_recorded = found != nullptr && found->second.is_old;
+        const bool drawn = e.is_recorded || (found == nullptr && records.default_edge.is_old);
         const int from = past_of(e.tail, of).info.level;
         const int to = past_of(e.head, of).info.level;
         // An edge that was recorded while an end of it had no level yet never got a chain.

@@ -1,5 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
+#include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
 
 #include <algorithm>
@@ -94,12 +95,16 @@ void IncLayout::make_y_shifts() {
         return;
     }
     const double min_gap = std::min(node_gap, edge_gap) / 2;
+    std::vector<std::vector<Standing>>& standing = take_standings();
+    const auto room_of = [&](std::size_t k, std::size_t i) {
+        double& room = standing[k][i].room;
+        return room != Standing::UNKNOWN ? room : room = _get_height(level_nodes[k][i]);
+    };
     rooms_t rooms;
-    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (std::size_t i = 1; i < level_nodes[k].size(); ++i) {
-            const Node& a = level_nodes[k][i - 1];
-            const double need = a.GetPosition().y + _get_height(a) + min_gap;
-            const double y = level_nodes[k][i].GetPosition().y;
+    for (std::size_t k = 1; k + 1 < standing.size(); ++k) {
+        for (std::size_t i = 1; i < standing[k].size(); ++i) {
+            const double need = standing[k][i - 1].y + room_of(k, i - 1) + min_gap;
+            const double y = standing[k][i].y;
             if (y < need) {
                 double& room = rooms.emplace(y, need - y).first->second;
                 room = std::max(room, need - y);
@@ -110,16 +115,18 @@ void IncLayout::make_y_shifts() {
         return;
     }
     const std::vector<std::pair<double, double>> total = _accumulate(rooms);
-    for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (Node& n : level_nodes[k]) {
-            const tamsel7::point<double> p = n.GetPosition();
-            const double centre = p.y + _get_height(n) / 2;
+    for (std::size_t k = 1; k + 1 < standing.size(); ++k) {
+        for (std::size_t i = 0; i < standing[k].size(); ++i) {
+            double& y = standing[k][i].y;
+            const double centre = y + room_of(k, i) / 2;
             const auto below =
                 std::partition_point(total.begin(), total.end(), [&](const auto& entry) {
                     return !first_greater_p(entry, centre);
                 });
             if (below != total.begin()) {
-                n.SetPosition(p.x, p.y + (below - 1)->second);
+                y += (below - 1)->second;
+                Node& n = level_nodes[k][i];
+                n.SetPosition(n.GetPosition().x, y);
             }
         }
     }

@@ -552,6 +552,9 @@ bool StructureIndex::Covers(const Node& node) const {
 }
 
 StructureIndex::Pairs StructureIndex::answer(const Relation& relation, const Node& node) const {
+    if (relation.links.empty()) {
+        return Pairs(*this, {});
+    }
     return Pairs(*this, links_of(relation, find_place(node.get_impl())));
 }
 

@@ -42,6 +42,7 @@ void LayoutProbe::run(std::vector<phase_t>& phases, std::string_view last,
 void LayoutProbe::step(phase_t phase) {
     layout.structure = std::make_shared<StructureIndex>(last_owner.front());
     (layout.*phase)();
+    layout.drop_run();
     layout.structure.reset();
 }
 
@@ -50,6 +51,7 @@ void LayoutProbe::force_adjust_block(std::size_t level, DependenceLevel dependen
     layout.structure = std::make_shared<StructureIndex>(last_owner.front());
     std::vector<Node>& nodes = layout.level_nodes[level];
     layout.force_adjust_block(nodes.begin(), nodes.end(), dependence, with_dummies, lower, upper);
+    layout.drop_run();
     layout.structure.reset();
 }
 

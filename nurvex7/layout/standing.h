@@ -1,0 +1,19 @@
+#pragma once
+
+#include "nurvex7/platform/tamsel7/geometry.h"
+
+namespace nurvex7 {
+
+/// What the walks along the levels need of a node. The nodes of a level lie all over the memory; a
+/// level of these lies in one piece. Space: owner-relative.
+struct Standing {
+    static constexpr double UNKNOWN = -1;
+
+    double y = 0;
+    double width = 0;      ///< of a real node
+    double room = UNKNOWN; ///< along the level, see IncLayout::_get_height
+    int number = -1;       ///< of a real node in its run
+    bool is_dummy = false;
+};
+
+} // namespace nurvex7
