@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nurvex7/foundation/pipeline.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -88,6 +90,21 @@ public:
     std::size_t get_page_count() const { return pages.size(); }
 
     void clear() { IdMap().swap(*this); }
+    /// The same for records that hold what lies all over the memory: `ask(record)` asks for it.
+    template <typename F>
+    void clear(F ask) {
+        IdMap gone;
+        gone.swap(*this);
+        std::vector<std::unique_ptr<Page>>& ending = gone.pages;
+        for_each_ahead(
+            ending.size(), [&](std::size_t i) { ending[i].reset(); },
+            [&](std::size_t i) { prefetch(ending[i].get(), sizeof(Page)); },
+            [&](std::size_t i) {
+                for (std::uint32_t left = ending[i]->used; left != 0; left &= left - 1) {
+                    ask(*ending[i]->at(std::countr_zero(left)));
+                }
+            });
+    }
 
     /// The record of an id, null where there is none.
     T* find(int id) {

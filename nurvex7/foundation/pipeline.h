@@ -35,4 +35,14 @@ inline void prefetch(const void* at) {
     }
 }
 
+/// Asks for every line of a piece of memory. Null is nothing.
+inline void prefetch(const void* at, std::size_t size) {
+    constexpr std::size_t LINE = 64;
+    if (at != nullptr) {
+        for (std::size_t offset = 0; offset < size; offset += LINE) {
+            __builtin_prefetch(static_cast<const char*>(at) + offset);
+        }
+    }
+}
+
 } // namespace nurvex7

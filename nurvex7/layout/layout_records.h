@@ -100,11 +100,20 @@ struct LocalNodeInfo {
     void for_each_neighbour(F f) const {
         for (const Segments* const side : {&in_neighbours, &out_neighbours}) {
             for (const NodeEdgePair& pair : *side) {
-                f(pair.node);
+                f(pair);
             }
         }
     }
 };
+
+/// Asks for what a record lets go of when it ends.
+inline void ask_for_held(const LocalNodeInfo& info) {
+    info.for_each_neighbour([](const NodeEdgePair& pair) {
+        __builtin_prefetch(pair.node.get_impl().get());
+        __builtin_prefetch(pair.edge.get_impl().get());
+    });
+}
+inline void ask_for_held(const NodeInfo&) {}
 
 /// What a run knows of an edge.
 struct LocalEdgeInfo {

@@ -45,15 +45,16 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // Update does not bring them back: they keep their places in the graph at the first one, less what
 // the owner is reckoned to be high, and go along with each shift of the owner after that.
 void IncLayout::mark_old() {
-    for (const Node& n : nodes) {
-        if (!passed_over(n)) {
-            NodeInfo& info = (*cur_info)[n];
-            info.was_hidden = IsFlagSet(n, NODE_HIDDEN);
+    RunEdges& edges = take_run_edges();
+    edges.read_flags(*run_nodes);
+    for (int i = 0; i < run_nodes->get_count(); ++i) {
+        const bool hidden = run_nodes->at(i).hidden;
+        if (keep_hidden || !hidden) {
+            NodeInfo& info = (*cur_info)[nodes[static_cast<std::size_t>(i)]];
+            info.was_hidden = hidden;
             info.is_old = true;
         }
     }
-    RunEdges& edges = take_run_edges();
-    edges.read_flags(*run_nodes);
     const bool kept = keep_edge_records(edges);
     const std::span<const RunEdge> all = edges.all();
     const auto mark = [&](std::size_t i) {

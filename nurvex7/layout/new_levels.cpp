@@ -110,6 +110,7 @@ void IncLayout::determine_new_nodes_levels() {
             assign_new_levels(component, all_new);
         }
         level_graph.reset();
+        run_nodes->take_notes_back();
     }
     mark_reversed_edges(&nodes, false);
 }
@@ -135,6 +136,7 @@ bool IncLayout::assign_levels_by_groups() {
         assign_new_levels(in_order.front(), true);
         level_graph.reset();
     }
+    run_nodes->take_notes_back();
     return true;
 }
 

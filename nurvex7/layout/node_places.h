@@ -68,7 +68,7 @@ public:
             [&](std::size_t i) { __builtin_prefetch(entries[i]->first.get_impl().get()); },
             [&](std::size_t i) {
                 entries[i]->second.for_each_neighbour(
-                    [](const Node& n) { __builtin_prefetch(n.get_impl().get()); });
+                    [](const NodeEdgePair& p) { __builtin_prefetch(p.node.get_impl().get()); });
             });
     }
 

@@ -48,7 +48,10 @@ public:
             runs.size(), [&](std::size_t i) { runs[i]->drop_notes(tag.get()); },
             [&](std::size_t i) { prefetch(runs[i].get()); });
         runs.clear();
-        by_id.clear();
+        by_id.clear([](const entry& e) {
+            __builtin_prefetch(e.first.get_impl().get());
+            ask_for_held(e.second);
+        });
         has_bends_by_id = false;
         vis.reset();
     }

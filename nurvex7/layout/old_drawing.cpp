@@ -196,13 +196,11 @@ std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
     return std::make_unique<RunNodes>(*structure, nodes, old_info);
 }
 
-// The nodes as a phase before has left them. A derived layout may have changed the tables since.
+// The nodes as a phase before has left them, unless one may have changed the tables that is not
+// known here.
 RunNodes& IncLayout::take_run_nodes() {
     if (run_nodes == nullptr || !knows_all_phases()) {
         run_nodes = make_run_nodes();
-    } else {
-        run_nodes->take_notes_back();
-        run_nodes->read_flags_again(nodes);
     }
     return *run_nodes;
 }
@@ -213,9 +211,10 @@ std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,
     return std::make_unique<RunEdges>(*structure, of, old_info, owner_id, new_runs_to_come);
 }
 
-// Likewise the edges, and with them the nodes.
+// Likewise the edges, and with them the nodes, with their flags as they are now.
 RunEdges& IncLayout::take_run_edges(bool new_runs_to_come) {
-    const RunNodes& of = take_run_nodes();
+    RunNodes& of = take_run_nodes();
+    of.read_flags_again(nodes);
     if (run_edges == nullptr || !knows_all_phases()) {
         run_edges = make_run_edges(of, new_runs_to_come);
     }

@@ -117,10 +117,9 @@ public:
     }
     /// Asks for all of this piece.
     void PrefetchAll() const {
+        const auto* const begin = reinterpret_cast<const char*>(this);
         const auto* const end = reinterpret_cast<const char*>(nodes() + count);
-        for (auto* at = reinterpret_cast<const char*>(this); at < end; at += 64) {
-            __builtin_prefetch(at);
-        }
+        prefetch(this, static_cast<std::size_t>(end - begin));
     }
 
     /// Whose places these are; null once they are nobody's.

@@ -23,7 +23,7 @@ bool is_nothing(const point& by) {
     return by.x == 0 && by.y == 0;
 }
 
-// Adding nothing leaves the bends as they are, but for the sign of a zero, which nobody tells from
+// Adding nothing leaves what stands as it is, but for the sign of a zero, which nobody tells from
 // another zero.
 void shift_run(const Edge& edge, const point& by, const Node& owner) {
     const BreakRun run(edge, owner);
@@ -49,6 +49,9 @@ std::shared_ptr<const StructureIndex> runs_inside(const Node& node) {
 }
 
 bool has_flat_inside(const Node& node) {
+    if (const std::shared_ptr<const StructureIndex> kept = StructureIndex::FindKept(node)) {
+        return kept->IsFlat();
+    }
     NodeSet owned = node.GetOwned();
     for (int i = 0; i < owned.GetCount(); ++i) {
         if (owned.GetItem(i).GetOwned().GetCount() != 0) {
@@ -58,18 +61,11 @@ bool has_flat_inside(const Node& node) {
     return true;
 }
 
-// True where all that a node owns is shifted by nothing, and that is done. What the root of a flat
-// graph owns stands where it stood, and its edges need no look: a run that nobody has entered is as
-// good as an empty one.
+// True where all that a node owns is shifted by nothing. What the root of a flat graph owns stands
+// where it stood, and its edges need no look: a run that nobody has entered is as good as an empty
+// one.
 bool shifts_flat_by_nothing(const Node& owner, const point& by) {
-    if (!is_nothing(by) || !has_flat_inside(owner)) {
-        return false;
-    }
-    NodeSet owned = owner.GetOwned();
-    for (int i = 0; i < owned.GetCount(); ++i) {
-        _shift(owned.GetItem(i), by);
-    }
-    return true;
+    return is_nothing(by) && has_flat_inside(owner);
 }
 
 void set_end(NodeSet route, int index, double x, double y) {

@@ -551,6 +551,10 @@ bool StructureIndex::Covers(const Node& node) const {
     return node.get_impl().get() != nullptr && find_place(node.get_impl()) >= 0;
 }
 
+bool StructureIndex::IsFlat() const {
+    return std::all_of(depth.begin(), depth.end(), [](int owners) { return owners <= 1; });
+}
+
 StructureIndex::Pairs StructureIndex::answer(const Relation& relation, const Node& node) const {
     if (relation.links.empty()) {
         return Pairs(*this, {});

@@ -127,6 +127,9 @@ public:
     /// removals it may be known to one of them alone.
     bool IsTwoWay() const { return two_way; }
 
+    /// True where no node inside the owner owns any.
+    bool IsFlat() const;
+
     /// The number of nodes strictly inside the owner.
     std::size_t GetCount() const { return nodes.size() - 1; }
     /// Everything inside the owner. Order: owners before what they own, siblings in set order; the
