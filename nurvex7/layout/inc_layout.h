@@ -279,6 +279,7 @@ private:
     std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
     std::unique_ptr<RunNodes> make_run_nodes() const;
     RunNodes& take_run_nodes();
+    NodeInfo& info_of(int node);
     std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();

@@ -189,7 +189,10 @@ void IncLayout::mark_edges_by_level(const std::vector<Node>& list) {
     levels.reserve(list.size());
     for (int i = 0; i < run.get_count(); ++i) {
         const bool left_out = run.at(i).hidden && !keep_hidden;
-        levels.push_back(left_out ? 0 : (*cur_info)[list[static_cast<std::size_t>(i)]].level);
+        const int level = left_out    ? 0
+                          : whole_run ? info_of(i).level
+                                      : (*cur_info)[list[static_cast<std::size_t>(i)]].level;
+        levels.push_back(level);
     }
     const auto level_at = [&](int place) {
         const int i = run.number_of(place);

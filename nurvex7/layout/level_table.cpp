@@ -50,7 +50,7 @@ void IncLayout::mark_old() {
     for (int i = 0; i < run_nodes->get_count(); ++i) {
         const bool hidden = run_nodes->at(i).hidden;
         if (keep_hidden || !hidden) {
-            NodeInfo& info = (*cur_info)[nodes[static_cast<std::size_t>(i)]];
+            NodeInfo& info = info_of(i);
             info.was_hidden = hidden;
             info.is_old = true;
         }
@@ -148,11 +148,12 @@ void IncLayout::mark_as_neighbours(const Node& a, const Node& b, const Edge& edg
 // Brings level_nodes and the level table to their length and makes all levels positive: a new node
 // may have gone before the old first level.
 void IncLayout::shift_old_levels() {
+    take_run_nodes();
     int lo = INT_MAX;
     int hi = INT_MIN;
-    for (const Node& n : nodes) {
-        if (!passed_over(n)) {
-            const int level = (*cur_info)[n].level;
+    for (int i = 0; i < run_nodes->get_count(); ++i) {
+        if (!passed_over(nodes[static_cast<std::size_t>(i)])) {
+            const int level = info_of(i).level;
             lo = std::min(lo, level);
             hi = std::max(hi, level);
         }
@@ -226,7 +227,7 @@ void IncLayout::place_if_new(RunEdges& edges, int i) {
     }
     const Node& n = nodes[static_cast<std::size_t>(i)];
     if (past.is_new()) {
-        level_nodes[static_cast<std::size_t>((*cur_info)[n].level)].push_back(n);
+        level_nodes[static_cast<std::size_t>(info_of(i).level)].push_back(n);
         insert_dummy_nodes_inout(n, ORDER_IN);
         insert_dummy_nodes_inout(n, ORDER_OUT);
     }

@@ -84,6 +84,10 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
         return;
     }
     const bool from_outside = serves_nests_flat || typeid(*this) == typeid(IncLayout);
+    const auto serve_flat = [&](const Node& done) {
+        const ServedMark mark(served_id, done.GetID());
+        serve(done);
+    };
     struct Frame {
         Node node;
         NodeSet owned;
@@ -101,16 +105,20 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
             }
             if (own_layout || !from_outside) {
                 serve(inner);
+                continue;
+            }
+            NodeSet inside = inner.GetOwned();
+            if (inside.GetCount() == 0) {
+                serve_flat(inner);
             } else {
-                open.push_back(Frame{inner, inner.GetOwned(), 0});
+                open.push_back(Frame{inner, std::move(inside), 0});
             }
             continue;
         }
         const Node done = frame.node;
         open.pop_back();
         if (!open.empty()) {
-            const ServedMark mark(served_id, done.GetID());
-            serve(done);
+            serve_flat(done);
         }
     }
 }

@@ -65,7 +65,7 @@ void IncLayout::restore_old_levels() {
         }
         const Node& n = nodes[i];
         lengthen_to_hold(old.level);
-        (*cur_info)[n] = old;
+        info_of(static_cast<int>(i)) = old;
         if (!past.hidden && !old.was_hidden) {
             restore_on_level(old.level, n, static_cast<int>(i), _get_height(n));
             restore_old_dummies(n, static_cast<int>(i));
@@ -203,6 +203,15 @@ RunNodes& IncLayout::take_run_nodes() {
         run_nodes = make_run_nodes();
     }
     return *run_nodes;
+}
+
+// The record of a node in this run, by its number. Duty: run_nodes is there
+NodeInfo& IncLayout::info_of(int node) {
+    NodeInfo*& known = run_nodes->record(node);
+    if (known == nullptr) {
+        known = &(*cur_info)[nodes[static_cast<std::size_t>(node)]];
+    }
+    return *known;
 }
 
 std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,

@@ -33,7 +33,7 @@ public:
     };
 
     RunNodes(const StructureIndex& answers, const std::vector<Node>& list, const node_store& old)
-        : index(answers), records(old) {
+        : index(answers), records(old), now(list.size(), nullptr) {
         places.reserve(list.size());
         past.reserve(list.size());
         for (const Node& node : list) {
@@ -77,6 +77,9 @@ public:
         return i >= 0 ? at(i) : past_of(index.NodeAt(place));
     }
 
+    /// The record that a node has in this run; null until the run has asked for it.
+    NodeInfo*& record(int i) { return now[static_cast<std::size_t>(i)]; }
+
     std::span<const Link> children_of(int i) const {
         return index.ChildLinks(places[static_cast<std::size_t>(i)]);
     }
@@ -95,6 +98,7 @@ private:
     const node_store& records;
     std::vector<int> places; ///< -1 where the answers do not cover the node
     std::vector<Past> past;
+    std::vector<NodeInfo*> now;
 };
 
 } // namespace nurvex7
