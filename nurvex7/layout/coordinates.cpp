@@ -277,16 +277,15 @@ void IncLayout::place_break_node(Node node, double x_start, double x_end, double
 int IncLayout::find_partner(const Node& node, const BreakRun& b) {
     const int level = (*cur_info)[node].level;
     const int count = b.get_count();
-    const auto same_level = [&](int i) {
-        return i >= 0 && i < count && (*cur_info)[b.at(i)].level == level;
-    };
+    const auto level_at = [&](int i) { return record_of(*cur_info, b, i).level; };
+    const auto same_level = [&](int i) { return i >= 0 && i < count && level_at(i) == level; };
     const int place = count > 0 ? b.id_at(0) - node.GetID() : -1;
     if (place >= 0 && place < count && b.id_at(place) == node.GetID() &&
         (same_level(place - 1) || same_level(place + 1))) {
         // The bends at the front have no level. They get their records here, as in the walk, and
         // with them a place in the drawing that the next Update takes back.
         int front = 0;
-        while (front < place && (*cur_info)[b.at(front)].level < 0) {
+        while (front < place && level_at(front) < 0) {
             ++front;
         }
         return same_level(place - 1) ? place - 1 : place + 1;

@@ -280,12 +280,13 @@ private:
     std::unique_ptr<RunNodes> make_run_nodes() const;
     RunNodes& take_run_nodes();
     NodeInfo& info_of(int node);
+    static NodeInfo& record_of(node_store& table, const BreakRun& b, int i);
     std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();
-    void restore_on_level(int level, const Node& node, int number, double room);
+    void restore_on_level(int level, const Node& node, const Standing& standing);
     std::vector<std::vector<Standing>>& take_standings();
-    Standing standing_of(const Node& node) const;
+    static Standing standing_of(const Node& node);
     bool joins_old_chains() const;
     bool assign_levels_by_groups();
     void assign_new_levels(std::vector<Node>& component, bool all_new);

@@ -95,6 +95,16 @@ public:
         return by_id.find_or_make(node.GetID(), node, initial).second;
     }
 
+    /// The same of a break node by its place in a piece of a run.
+    N& find_or_make(BreakNodes& piece, int index, const graph_ptr<IGraphVis>& store,
+                    const N& initial) {
+        static_assert(FITS_IN_RUN);
+        if (const BreakNodes::Notes notes = notes_in(piece, store)) {
+            return record_in(notes, index, initial);
+        }
+        return find_or_make(Node(store, &piece.own_node(index)), initial);
+    }
+
     /// Calls `f(record)` for every break node of a run, whose records are made where there are
     /// none.
     ///
@@ -103,10 +113,8 @@ public:
     void for_each_in(BreakNodes& run, const graph_ptr<IGraphVis>& store, const N& initial, F f) {
         static_assert(FITS_IN_RUN);
         run.for_each_piece([&](BreakNodes& piece) {
-            const BreakNodes::Notes notes = notes_in(piece, store);
             for (int i = 0; i < piece.get_own_count(); ++i) {
-                f(notes ? record_in(notes, i, initial)
-                        : find_or_make(Node(store, &piece.own_node(i)), initial));
+                f(find_or_make(piece, i, store, initial));
             }
         });
     }

@@ -67,7 +67,10 @@ void IncLayout::restore_old_levels() {
         lengthen_to_hold(old.level);
         info_of(static_cast<int>(i)) = old;
         if (!past.hidden && !old.was_hidden) {
-            restore_on_level(old.level, n, static_cast<int>(i), _get_height(n));
+            Standing standing = standing_of(n);
+            standing.room = _get_height(n);
+            standing.number = static_cast<int>(i);
+            restore_on_level(old.level, n, standing);
             restore_old_dummies(n, static_cast<int>(i));
         }
     };
@@ -92,18 +95,16 @@ void IncLayout::restore_old_levels() {
     }
 }
 
-void IncLayout::restore_on_level(int level, const Node& node, int number, double room) {
+void IncLayout::restore_on_level(int level, const Node& node, const Standing& standing) {
     const auto k = static_cast<std::size_t>(level);
     if (standings.size() < level_nodes.size()) {
         standings.resize(level_nodes.size());
     }
-    standings[k].push_back(standing_of(node));
-    standings[k].back().room = room;
-    standings[k].back().number = number;
+    standings[k].push_back(standing);
     level_nodes[k].push_back(node);
 }
 
-Standing IncLayout::standing_of(const Node& node) const {
+Standing IncLayout::standing_of(const Node& node) {
     Standing at;
     at.y = node.GetPosition().y;
     at.is_dummy = node.IsDummy();
@@ -166,18 +167,21 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun
     const int skipped = reversed ? 4 : 2;
     const int end = b.get_count() - skipped;
     const bool joined = joins_old_chains();
-    const double width = edge.GetHandler()->GetWidth(edge);
+    Standing standing;
+    standing.room = edge.GetHandler()->GetWidth(edge);
+    standing.is_dummy = true;
     Node prev = tail;
     for (int i = skipped; i < end; i += 2) {
-        const Node dummy = b.at(i);
-        const NodeInfo old = old_info[dummy];
+        const NodeInfo old = record_of(old_info, b, i);
         if (old.level < 0) {
             continue; // a bend that no run has put on a level has no place to return to
         }
+        const Node dummy = b.at(i);
         lengthen_to_hold(old.level);
-        restore_on_level(old.level, dummy, -1, width);
-        (*cur_info)[dummy] = old;
-        (*cur_info)[b.at(i + 1)] = old;
+        standing.y = b.get_position(i).y;
+        restore_on_level(old.level, dummy, standing);
+        record_of(*cur_info, b, i) = old;
+        record_of(*cur_info, b, i + 1) = old;
         if (joined) {
             reversed ? mark_as_neighbours(dummy, prev, edge)
                      : mark_as_neighbours(prev, dummy, edge);
@@ -212,6 +216,14 @@ NodeInfo& IncLayout::info_of(int node) {
         known = &(*cur_info)[nodes[static_cast<std::size_t>(node)]];
     }
     return *known;
+}
+
+// The record of a bend, by its place in the list of its edge.
+NodeInfo& IncLayout::record_of(node_store& table, const BreakRun& b, int i) {
+    BreakNodes* const run = b.get_nodes();
+    return run != nullptr && i < run->get_own_count()
+               ? table.node_info.find_or_make(*run, i, b.get_vis(), table.default_node)
+               : table[b.at(i)];
 }
 
 std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,

@@ -66,6 +66,10 @@ public:
     int id_at(int index) const {
         return nodes != nullptr ? nodes->id_at(index) : held->GetItem(index)->get_id();
     }
+    tamsel7::point<double> get_position(int index) const {
+        return own_places && index < nodes->get_own_count() ? nodes->own_place(index)
+                                                            : at(index).GetPosition();
+    }
     void set_position(int index, double x, double y) const {
         if (own_places) {
             nodes->set_place_at(index, {x, y});
