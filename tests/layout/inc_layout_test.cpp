@@ -78,6 +78,28 @@ TEST_P(Agreement, OfUpdateAndResizeAfterRandomChanges) {
     }
 }
 
+// A user may give an edge a list of his own. Where it is too short for what both ends of the edge
+// place, the end in the later column has the last word.
+TEST(Agreement, OfListsThatAreTooShort) {
+    for (int length = 0; length < 10; ++length) {
+        SCOPED_TRACE("length " + std::to_string(length));
+        Twin twin;
+        twin.both([&](TestGraph& g) {
+            g.add("a>b b>c c>a a>c a>a d>c c>d b>e e>b A/x>c c>A/y");
+            g.make();
+            for (const char* const edge :
+                 {"a>b", "b>c", "c>a", "a>c", "a>a", "d>c", "c>d", "e>b"}) {
+                g.edge(edge).RemoveBreakNodesIn(g.root());
+                g.edge(edge).AddBreakNodesIn(g.root(), length);
+            }
+            g.update(g.root());
+        });
+        ASSERT_EQ(first_difference(twin.product, twin.plain_graph), "");
+        twin.both([](TestGraph& g) { g.resize(g.root()); });
+        ASSERT_EQ(first_difference(twin.product, twin.plain_graph), "") << "resized";
+    }
+}
+
 /// Nodes that are linked among themselves, in circles too, and to nothing else.
 void add_island(TestGraph& g, const std::string& name, std::mt19937& random) {
     std::vector<Node> island;
