@@ -7,7 +7,6 @@
 #include "nurvex7/model/moving.h"
 #include "nurvex7/model/queries.h"
 
-#include <typeinfo>
 #include <utility>
 
 namespace nurvex7 {
@@ -125,12 +124,6 @@ void IncLayout::Resize(Node owner) {
     run(resize_phases);
     owner.SetSize(result_size);
     ShiftPosition(owner, {0, 0});
-}
-
-// A phase of a derived layout can do anything to what the phases share; so can one of this class
-// that runs a second time after a second Init.
-bool IncLayout::knows_all_phases() const {
-    return typeid(*this) == typeid(IncLayout) && inits == 1;
 }
 
 void IncLayout::run(const std::vector<phase_t>& phases) {
