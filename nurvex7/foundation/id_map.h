@@ -90,20 +90,23 @@ public:
     std::size_t get_page_count() const { return pages.size(); }
 
     void clear() { IdMap().swap(*this); }
-    /// The same for records that hold what lies all over the memory: `ask(record)` asks for it.
-    template <typename F>
-    void clear(F ask) {
+    /// The same for records that hold what lies all over the memory: the asks, `ask(record)`, ask
+    /// for it, each for what the one before leads to.
+    template <typename... Asks>
+    void clear(Asks... asks) {
         IdMap gone;
         gone.swap(*this);
         std::vector<std::unique_ptr<Page>>& ending = gone.pages;
-        for_each_ahead(
-            ending.size(), [&](std::size_t i) { ending[i].reset(); },
-            [&](std::size_t i) { prefetch(ending[i].get(), sizeof(Page)); },
-            [&](std::size_t i) {
+        const auto for_page = [&](auto& ask) {
+            return [&](std::size_t i) {
                 for (std::uint32_t left = ending[i]->used; left != 0; left &= left - 1) {
                     ask(*ending[i]->at(std::countr_zero(left)));
                 }
-            });
+            };
+        };
+        for_each_ahead(
+            ending.size(), [&](std::size_t i) { ending[i].reset(); },
+            [&](std::size_t i) { prefetch(ending[i].get(), sizeof(Page)); }, for_page(asks)...);
     }
 
     /// The record of an id, null where there is none.

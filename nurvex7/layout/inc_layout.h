@@ -304,7 +304,8 @@ private:
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
     int inits = 0;                      ///< calls of Init
     bool joins_chains = false;          ///< see joins_old_chains; also in this class itself
-    int served_id = NOBODY;             ///< the owner whose inside has been served already
+    int remembered_id = NOBODY; ///< the owner that old_info is of, or was until it was cleared
+    int served_id = NOBODY;     ///< the owner whose inside has been served already
 };
 
 /// The order of two nodes by y, for stable sorts.

@@ -2,6 +2,7 @@
 
 #include "nurvex7/export.h"
 #include "nurvex7/foundation/id_map.h"
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/layout/node_records.h"
 #include "nurvex7/model/node.h"
 
@@ -70,6 +71,14 @@ public:
         }
     }
 
+    // Where the list of more than one stands, and what is in it.
+    void ask_for_list() const { prefetch(many.get()); }
+    void ask_for_pairs() const {
+        if (many != nullptr) {
+            prefetch(many->data(), many->size() * sizeof(NodeEdgePair));
+        }
+    }
+
     bool empty() const { return begin() == end(); }
     int GetCount() const { return static_cast<int>(end() - begin()); }
     const NodeEdgePair& operator[](int index) const { return begin()[index]; }
@@ -106,13 +115,23 @@ struct LocalNodeInfo {
     }
 };
 
-/// Asks for what a record lets go of when it ends.
+// What a table asks for long before its records end, step by step.
+inline void ask_for_lists(const LocalNodeInfo& info) {
+    info.in_neighbours.ask_for_list();
+    info.out_neighbours.ask_for_list();
+}
+inline void ask_for_pairs(const LocalNodeInfo& info) {
+    info.in_neighbours.ask_for_pairs();
+    info.out_neighbours.ask_for_pairs();
+}
 inline void ask_for_held(const LocalNodeInfo& info) {
     info.for_each_neighbour([](const NodeEdgePair& pair) {
         __builtin_prefetch(pair.node.get_impl().get());
         __builtin_prefetch(pair.edge.get_impl().get());
     });
 }
+inline void ask_for_lists(const NodeInfo&) {}
+inline void ask_for_pairs(const NodeInfo&) {}
 inline void ask_for_held(const NodeInfo&) {}
 
 /// What a run knows of an edge.
@@ -145,7 +164,7 @@ public:
     /// Empties both maps; the defaults stay.
     void clear() {
         node_info.clear();
-        edge_info.clear();
+        edge_info.clear([](const edge_entry& entry) { prefetch(entry.first.get_impl().get()); });
     }
 
     NodeRecords<N> node_info;

@@ -145,9 +145,16 @@ void IncLayout::remember_old_drawing(const Node& owner) {
     cur_info = &cluster_info[owner];
     old_info.default_node = cur_info->default_node;
     old_info.default_edge = cur_info->default_edge;
-    old_info.node_info = std::move(cur_info->node_info);
     old_info.edge_info = std::move(cur_info->edge_info);
-    cur_info->clear();
+    cur_info->edge_info.clear();
+    if (std::exchange(remembered_id, owner.GetID()) == owner.GetID()) {
+        // What it remembered the last time is of this owner, and so will be what is entered now.
+        old_info.node_info.swap(cur_info->node_info);
+        cur_info->node_info.start_again();
+    } else {
+        old_info.node_info = std::move(cur_info->node_info);
+        cur_info->node_info.clear();
+    }
     // A node that met a Resize before it ever had a level comes out of it as old, on no level. It
     // has nothing to be restored to, so it counts as new. Break nodes count with their edge.
     old_info.node_info.for_each_by_id([&](NodeInfo& info) {

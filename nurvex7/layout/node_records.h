@@ -5,6 +5,8 @@
 #include "nurvex7/model/node.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -40,6 +42,8 @@ public:
         by_id.swap(other.by_id);
         runs.swap(other.runs);
         tag.swap(other.tag);
+        std::swap(stamp, other.stamp);
+        std::swap(current, other.current);
         std::swap(has_bends_by_id, other.has_bends_by_id);
     }
 
@@ -48,12 +52,28 @@ public:
             runs.size(), [&](std::size_t i) { runs[i]->drop_notes(tag.get()); },
             [&](std::size_t i) { prefetch(runs[i].get()); });
         runs.clear();
-        by_id.clear([](const entry& e) {
-            __builtin_prefetch(e.first.get_impl().get());
-            ask_for_held(e.second);
-        });
-        has_bends_by_id = false;
-        vis.reset();
+        current = 0;
+        clear_by_id();
+    }
+
+    /// Empties the table for somebody who is about to enter the same nodes again, but for a few. It
+    /// goes on to keep their runs, those that are not entered again until the next time.
+    void start_again() {
+        if (stamp == std::numeric_limits<std::uint16_t>::max()) {
+            clear();
+        }
+        if (current < runs.size()) {
+            std::erase_if(runs, [this](const graph_ptr<BreakNodes>& run) {
+                const bool is_stale = !run->find_notes(tag.get(), stamp);
+                if (is_stale) {
+                    run->drop_notes(tag.get());
+                }
+                return is_stale;
+            });
+        }
+        ++stamp;
+        current = 0;
+        clear_by_id();
     }
 
     /// Null where there is none.
@@ -62,7 +82,7 @@ public:
         if constexpr (FITS_IN_RUN) {
             if (impl.run != nullptr && tag != nullptr) {
                 const auto& bend = static_cast<const DummyNodeImpl&>(impl);
-                if (const BreakNodes::Notes notes = impl.run->find_notes(tag.get())) {
+                if (const BreakNodes::Notes notes = impl.run->find_notes(tag.get(), stamp)) {
                     if (notes.present[bend.index] != 0) {
                         return record_in(notes, bend.index);
                     }
@@ -78,9 +98,7 @@ public:
     const N* find(const Node& node) const { return const_cast<NodeRecords*>(this)->find(node); }
 
     /// Whether records lie in a run, which is kept for them.
-    bool is_holding(BreakNodes& run) const {
-        return tag != nullptr && bool(run.find_notes(tag.get()));
-    }
+    bool is_holding(BreakNodes& run) const { return tag != nullptr && run.has_notes_of(tag.get()); }
 
     N& find_or_make(const Node& node, const N& initial) {
         if constexpr (FITS_IN_RUN) {
@@ -150,6 +168,17 @@ private:
     static constexpr bool FITS_IN_RUN =
         sizeof(N) <= BreakNodes::NOTE_SIZE && std::is_trivially_copyable_v<N>;
 
+    void clear_by_id() {
+        by_id.clear([](const entry& e) { ask_for_lists(e.second); },
+                    [](const entry& e) { ask_for_pairs(e.second); },
+                    [](const entry& e) {
+                        __builtin_prefetch(e.first.get_impl().get());
+                        ask_for_held(e.second);
+                    });
+        has_bends_by_id = false;
+        vis.reset();
+    }
+
     static N* record_in(const BreakNodes::Notes& notes, int index) {
         return reinterpret_cast<N*>(notes.bytes +
                                     static_cast<std::size_t>(index) * BreakNodes::NOTE_SIZE);
@@ -170,7 +199,7 @@ private:
         if (tag == nullptr) {
             tag = std::make_unique<char>();
         }
-        if (const BreakNodes::Notes known = piece.find_notes(tag.get())) {
+        if (const BreakNodes::Notes known = piece.find_notes(tag.get(), stamp)) {
             return known;
         }
         if (vis.get() == nullptr) {
@@ -179,8 +208,10 @@ private:
         if (has_bends_by_id || vis.get() != store.get() || piece.get_store() != store.get()) {
             return {};
         }
-        const BreakNodes::Notes taken = piece.take_notes(tag.get());
-        if (taken) {
+        const bool is_kept = piece.has_notes_of(tag.get());
+        const BreakNodes::Notes taken = piece.take_notes(tag.get(), stamp);
+        current += taken ? 1 : 0;
+        if (taken && !is_kept) {
             runs.push_back(&piece);
         }
         return taken;
@@ -190,8 +221,8 @@ private:
     void for_each_bend(F f) {
         if constexpr (FITS_IN_RUN) {
             const auto go = [&](BreakNodes& piece) {
-                const BreakNodes::Notes notes = piece.find_notes(tag.get());
-                for (int i = 0; i < piece.get_own_count(); ++i) {
+                const BreakNodes::Notes notes = piece.find_notes(tag.get(), stamp);
+                for (int i = 0; notes && i < piece.get_own_count(); ++i) {
                     if (notes.present[i] != 0) {
                         f(piece, i, *record_in(notes, i));
                     }
@@ -205,8 +236,10 @@ private:
 
     graph_ptr<IGraphVis> vis; ///< whose break nodes have their records in runs; null before any
     IdMap<entry> by_id;
-    std::vector<graph_ptr<BreakNodes>> runs; ///< the pieces that hold records
+    std::vector<graph_ptr<BreakNodes>> runs; ///< the pieces that hold records, or held them before
     std::unique_ptr<char> tag;               ///< what the records in runs are found by
+    std::uint16_t stamp = 0;                 ///< and which of them count
+    std::size_t current = 0;                 ///< pieces in which some count
     bool has_bends_by_id = false;
 };
 

@@ -123,13 +123,18 @@ void BreakNodes::operator delete(BreakNodes* gone, std::destroying_delete_t) {
 }
 
 // A run that has been let go is nobody's to keep any more.
-BreakNodes::Notes BreakNodes::take_notes(const void* holder) {
-    const auto free = std::find(holders.begin(), holders.end(), nullptr);
-    if (free == holders.end() || ref_count == 0) {
+BreakNodes::Notes BreakNodes::take_notes(const void* holder, std::uint16_t stamp) {
+    auto room = std::find(holders.begin(), holders.end(), holder);
+    if (room == holders.end()) {
+        room = std::find(holders.begin(), holders.end(), nullptr);
+    }
+    if (room == holders.end() || ref_count == 0) {
         return Notes();
     }
-    *free = holder;
-    const Notes taken = notes(static_cast<int>(free - holders.begin()));
+    const auto which = static_cast<std::size_t>(room - holders.begin());
+    holders[which] = holder;
+    stamps[which] = stamp;
+    const Notes taken = notes(which);
     std::fill_n(taken.present, count, static_cast<unsigned char>(0));
     return taken;
 }

@@ -89,14 +89,24 @@ public:
         explicit operator bool() const { return bytes != nullptr; }
     };
     static constexpr std::size_t NOTE_SIZE = 8;
-    /// The notes of a holder; none where he has taken no room here.
-    Notes find_notes(const void* holder) {
-        return holders[0] == holder ? notes(0) : holders[1] == holder ? notes(1) : Notes();
+    /// The notes of a holder that bear his stamp; none where he has taken no room with it.
+    Notes find_notes(const void* holder, std::uint16_t stamp) {
+        for (std::size_t which = 0; which < holders.size(); ++which) {
+            if (holders[which] == holder && stamps[which] == stamp) {
+                return notes(which);
+            }
+        }
+        return Notes();
     }
-    /// Room for a holder, who has none here yet; none where it is all taken. Duty: the holder keeps
-    /// the run until he drops his notes
-    Notes take_notes(const void* holder);
+    /// Room for a holder, with a stamp that he has not had here; none where it is all taken. What
+    /// he noted under another stamp is gone. Duty: the holder keeps the run until he drops his
+    /// notes
+    Notes take_notes(const void* holder, std::uint16_t stamp);
     void drop_notes(const void* holder);
+    /// Under whatever stamp.
+    bool has_notes_of(const void* holder) const {
+        return holders[0] == holder || holders[1] == holder;
+    }
 
     // Of a node that stands in this very piece.
     point place_of(const DummyNodeImpl& node) const { return places()[node.index]; }
@@ -166,9 +176,8 @@ private:
     point* places() { return reinterpret_cast<point*>(this + 1); }
     const point* places() const { return reinterpret_cast<const point*>(this + 1); }
     std::byte* all_notes() { return reinterpret_cast<std::byte*>(places() + count); }
-    Notes notes(int which) {
+    Notes notes(std::size_t of) {
         const auto n = static_cast<std::size_t>(count);
-        const auto of = static_cast<std::size_t>(which);
         return Notes{all_notes() + of * n * NOTE_SIZE,
                      reinterpret_cast<unsigned char*>(all_notes() + 2 * n * NOTE_SIZE + of * n)};
     }
@@ -188,6 +197,7 @@ private:
     int held = 0;    ///< break nodes that outlive the run
     bool indexed = false;
     DefaultGraphVis* store;
+    std::array<std::uint16_t, 2> stamps{};
     std::array<const void*, 2> holders{}; ///< of the notes
     graph_ptr<IEdgeImpl> edge;
     graph_ptr<edge_impl_vector> edge_set; ///< null until asked for

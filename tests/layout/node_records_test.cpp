@@ -78,12 +78,17 @@ TEST_F(NodeRecordsTest, AgreeWithMapsThroughRandomCalls) {
         const std::size_t t = random() % 3;
         switch (random() % 16) {
         case 0:
-            tables[t].clear();
+            round % 2 == 0 ? tables[t].clear() : tables[t].start_again();
             models[t].clear();
             break;
         case 1: { // what stood becomes the past
             const std::size_t past = (t + 1) % 3;
-            tables[past] = std::move(tables[t]);
+            if (round % 2 == 0) {
+                tables[past] = std::move(tables[t]);
+            } else {
+                tables[past].swap(tables[t]);
+                tables[t].start_again();
+            }
             models[past] = std::exchange(models[t], {});
             break;
         }
