@@ -91,6 +91,7 @@ void IncLayout::Make(Node owner) {
     cur_levels = &cluster_levels[owner];
     cur_levels->clear();
     run(make_phases);
+    let_go_of_neighbours();
     owner.SetSize(result_size);
 }
 

@@ -284,6 +284,7 @@ private:
     std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();
+    void let_go_of_neighbours();
     void restore_on_level(int level, const Node& node, const Standing& standing);
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);

@@ -148,6 +148,7 @@ struct LocalEdgeInfo {
 template <typename N, typename E>
 class GraphInfoStore {
 public:
+    using node_entry = std::pair<const Node, N>;
     using edge_entry = std::pair<const Edge, E>;
 
     /// The record, made from the default where there is none.

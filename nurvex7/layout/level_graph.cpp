@@ -1,5 +1,6 @@
 #include "nurvex7/layout/level_graph.h"
 
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/model/folding.h"
 
 #include <algorithm>
@@ -112,6 +113,21 @@ LocalEdgeInfo& LevelGraph::edge_record(int e) {
     return *member.record;
 }
 
+void LevelGraph::ask_for_handle(int e) const {
+    prefetch(&index.EdgeAt(edges[static_cast<std::size_t>(e)].index_number));
+}
+
+void LevelGraph::ask_for_edge(int e) const {
+    prefetch(index.EdgeAt(edges[static_cast<std::size_t>(e)].index_number).get_impl().get());
+}
+
+void LevelGraph::ask_for_record(int e) const {
+    const EdgeMember& member = edges[static_cast<std::size_t>(e)];
+    if (member.record == nullptr) {
+        local_table.edge_info.ask_for_slot(index.EdgeAt(member.index_number).GetID());
+    }
+}
+
 void LevelGraph::mark_edges_of(int i) {
     for (const std::span<const Link> answer : {parents_of(i), children_of(i)}) {
         for (const Link& link : answer) {
@@ -149,9 +165,19 @@ void LevelEnumeration::number_all(const std::vector<int>& component) {
         at(node_at(turn)) = Member();
         at(node_at(turn)).turn = turn;
     }
-    for (const int i : component) {
-        collect(i);
-    }
+    const auto ask_for_edges = [&](std::size_t turn, auto ask) {
+        const int i = component[turn];
+        for (const std::span<const Link> answer : {graph.parents_of(i), graph.children_of(i)}) {
+            for (const Link& link : answer) {
+                ask(link.edge);
+            }
+        }
+    };
+    for_each_ahead(
+        component.size(), [&](std::size_t turn) { collect(component[turn]); },
+        [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_handle(e); }); },
+        [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_edge(e); }); },
+        [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_record(e); }); });
     first_sweep();
     open_all();
     while (left > 0) {

@@ -49,6 +49,12 @@ public:
     LocalNodeInfo& local_record(int i);
     LocalEdgeInfo& edge_record(int e);
 
+    // What is asked for long before the record of an edge: its handle, then the edge, then where
+    // the record is found.
+    void ask_for_handle(int e) const;
+    void ask_for_edge(int e) const;
+    void ask_for_record(int e) const;
+
     /// What numbers the components of this graph.
     LevelEnumeration& get_enumeration();
 

@@ -204,18 +204,33 @@ void IncLayout::place_new_nodes() {
     const auto ask_edges = [&](std::size_t i, auto ask) {
         for (const RunEdge& e : edges.out_of(static_cast<int>(i))) {
             if (e.is_new) {
-                ask(edges.edge_of(e));
+                ask(edges.edge_of(e), edges.node_at(e.head, *run_nodes));
             }
         }
     };
+    const IdMap<local_store::node_entry>& local = local_info.node_info.get_map();
     for_each_ahead(
         nodes.size(), [&](std::size_t i) { place_if_new(edges, static_cast<int>(i)); },
-        [&](std::size_t i) { ask_edges(i, [](const Edge& edge) { prefetch(&edge); }); },
         [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
+            ask_edges(i, [](const Edge& edge, const Node& head) {
+                prefetch(&edge);
+                prefetch(&head);
+            });
         },
         [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
+            ask_edges(i, [](const Edge& edge, const Node& head) {
+                prefetch(edge.get_impl().get());
+                prefetch(head.get_impl().get());
+            });
+        },
+        [&](std::size_t i) {
+            ask_edges(i, [&](const Edge& edge, const Node& head) {
+                prefetch(edge.get_impl()->known_vis);
+                local.ask_for_slot(head.GetID());
+            });
+        },
+        [&](std::size_t i) {
+            ask_edges(i, [&](const Edge&, const Node& head) { local.ask_for_page(head.GetID()); });
         });
 }
 

@@ -27,6 +27,29 @@ bool IncLayout::joins_old_chains() const {
     return joins_chains || !knows_all_phases();
 }
 
+// What a Resize may ask of the run before it, the tracks and the marks, stays. The neighbour lists
+// of a whole drawing are large, and nobody reads them after it.
+void IncLayout::let_go_of_neighbours() {
+    if (joins_old_chains()) {
+        return;
+    }
+    decltype(local_info.node_info) tracks;
+    local_info.node_info.get_map().for_each_unordered([&](int, local_store::node_entry& e) {
+        if (e.second.wrap_count > 0) {
+            tracks.find_or_make(e.first, local_info.default_node).wrap_count = e.second.wrap_count;
+        }
+    });
+    decltype(local_info.edge_info) marks;
+    local_info.edge_info.for_each_unordered([&](int id, local_store::edge_entry& e) {
+        if (e.second.reversed || e.second.flat) {
+            marks.find_or_make(id, e.first, e.second);
+        }
+    });
+    local_info.clear();
+    local_info.node_info.swap(tracks);
+    local_info.edge_info.swap(marks);
+}
+
 std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
     return std::make_unique<RunNodes>(*structure, nodes, old_info);
 }
