@@ -25,7 +25,7 @@ void IncLayout::barycentric_adjust() {
     if (level_nodes.size() < 4) {
         return;
     }
-    ordinals = std::make_unique<Ordinals>(level_nodes, local_info);
+    ordinals = std::make_unique<Ordinals>(level_nodes, find_joins(), local_info);
     forward_barycentric_adjust();
     backward_barycentric_adjust();
     forward_barycentric_adjust();
@@ -41,7 +41,7 @@ void IncLayout::sweep(F f) {
         f(*ordinals);
         return;
     }
-    Ordinals own(level_nodes, local_info);
+    Ordinals own(level_nodes, find_joins(), local_info);
     f(own);
     own.store(level_nodes);
 }

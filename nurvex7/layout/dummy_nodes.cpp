@@ -49,20 +49,26 @@ void IncLayout::insert_dummy_nodes_inout(const Node& node, Order order) {
         }
         NodeSet b = e.GetBreakNodesIn(owner);
         const int n = b.GetCount();
+        const auto join = [&](const Node& before, const Node& after) {
+            mark_as_neighbours(before, after, e);
+            if (collects_joins) {
+                record_neighbours(before, after, e); // the ports are asked for theirs
+            }
+        };
         int level = in ? 0 : own + 1;
         Node prev = b.GetItem(in ? 0 : 2);
         put_dummy_on_level(prev, level);
         if (in) {
-            mark_as_neighbours(b.GetItem(n - 3), node, e);
+            join(b.GetItem(n - 3), node);
         } else {
-            mark_as_neighbours(node, prev, e);
+            join(node, prev);
         }
         const int end = in ? n - 2 : n;
         for (int i = in ? 1 : 3; i < end; i += 2) {
             (*cur_info)[b.GetItem(i)].level = in ? level + 1 : level;
             const Node next = b.GetItem(i + 1);
             put_dummy_on_level(next, level + 1);
-            mark_as_neighbours(prev, next, e);
+            join(prev, next);
             prev = next;
             ++level;
         }
@@ -111,11 +117,14 @@ void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, con
 
 void IncLayout::insert_chain(const Node& from, const Node& to, const BreakRun& b, const Edge& edge,
                              int skipped, int sign) {
+    // Towards a node of another graph, which has no level, a chain goes on to the ports.
+    const bool meets_ports = collects_joins && (*cur_info)[to].level < 0;
     const auto join = [&](const Node& before, const Node& after) {
-        if (sign > 0) {
-            mark_as_neighbours(before, after, edge);
-        } else {
-            mark_as_neighbours(after, before, edge);
+        const Node& lower = sign > 0 ? before : after;
+        const Node& higher = sign > 0 ? after : before;
+        mark_as_neighbours(lower, higher, edge);
+        if (meets_ports) {
+            record_neighbours(lower, higher, edge);
         }
     };
     const int end = b.get_count() - skipped;

@@ -50,6 +50,8 @@ private:
     };
 
     int find_or_enter(const Node& node);
+    int enter(const Node& node);
+    void gather(const std::vector<Join>& joins);
     void gather(std::size_t base, const Segments& segments, bool old_only, Side& side);
     Pull pull_on(int place, DependenceLevel dependence) const;
     void settle_blocks(double lower);
@@ -87,9 +89,10 @@ IncLayout::ForceField::Stretch IncLayout::ForceField::add(const_node_iterator fi
 
 int IncLayout::ForceField::find_or_enter(const Node& node) {
     const int known = places.find(node);
-    if (known >= 0) {
-        return known;
-    }
+    return known >= 0 ? known : enter(node);
+}
+
+int IncLayout::ForceField::enter(const Node& node) {
     const bool is_dummy = node.IsDummy();
     nodes.push_back(&node);
     y.push_back(node.GetPosition().y);
@@ -99,13 +102,51 @@ int IncLayout::ForceField::find_or_enter(const Node& node) {
 }
 
 void IncLayout::ForceField::gather_neighbours(bool old_only) {
-    places.for_each_record(layout.local_info.node_info.get_map(), own,
-                           [&](std::size_t place, const LocalNodeInfo& info) {
-                               gather(place, info.in_neighbours, false, in);
-                               gather(place, info.out_neighbours, old_only, out);
-                           });
+    if (const std::vector<Join>* const joins = layout.find_joins()) {
+        gather(*joins);
+    } else {
+        places.for_each_record(layout.local_info.node_info.get_map(), own,
+                               [&](std::size_t place, const LocalNodeInfo& info) {
+                                   gather(place, info.in_neighbours, false, in);
+                                   gather(place, info.out_neighbours, old_only, out);
+                               });
+    }
     in.close(own);
     out.close(own);
+}
+
+// The neighbours of a whole drawing. What is not on a level that takes part, a port, is entered for
+// its y alone.
+void IncLayout::ForceField::gather(const std::vector<Join>& joins) {
+    const auto feel = [&](INodeImpl* base, INodeImpl* far, IEdgeImpl* edge, Side& side) {
+        const int at = places.find(base);
+        if (at < 0 || static_cast<std::size_t>(at) >= own) {
+            return;
+        }
+        const graph_ptr<IGraphVis>& vis = layout.nodes.front().get_vis();
+        const auto place = static_cast<std::size_t>(at);
+        const int known = places.find(far);
+        const int neighbour = known >= 0 ? known : enter(Node(vis, far));
+        const bool is_dummy = dummy[static_cast<std::size_t>(neighbour)] != 0;
+        if (is_dummy && dummy[place] != 0) {
+            side.add(place, {neighbour, 0});
+        } else if (!is_dummy) {
+            const NodeEdgePair pair{Node(vis, far), Edge(vis, edge)};
+            side.add(place, {neighbour, inout_offset(pair, ORDER_OUT)});
+        }
+    };
+    for_each_ahead(
+        joins.size(),
+        [&](std::size_t i) {
+            feel(joins[i].after, joins[i].before, joins[i].edge, in);
+            feel(joins[i].before, joins[i].after, joins[i].edge, out);
+        },
+        [&](std::size_t i) {
+            __builtin_prefetch(joins[i].before);
+            __builtin_prefetch(joins[i].after);
+            prefetch(joins[i].edge);
+        },
+        [&](std::size_t i) { prefetch(joins[i].edge->known_vis); });
 }
 
 // The neighbours of one place. A real node feels only real neighbours, so that a long edge does not

@@ -137,6 +137,7 @@ protected:
     bool keep_edge_records(const RunEdges& edges);
     void mark_bends_old(const BreakRun& bends);
     void mark_as_neighbours(const Node& a, const Node& b, const Edge& edge);
+    void record_neighbours(const Node& a, const Node& b, const Edge& edge);
     void shift_old_levels();
     void shift_level_table(int k, int longest);
     void place_new_nodes();
@@ -285,6 +286,7 @@ private:
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();
     void let_go_of_neighbours();
+    const std::vector<Join>* find_joins() const { return collects_joins ? &joins : nullptr; }
     void restore_on_level(int level, const Node& node, const Standing& standing);
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);
@@ -303,6 +305,8 @@ private:
     std::unique_ptr<RunEdges> run_edges;             ///< likewise
     std::vector<std::vector<Standing>> standings;    ///< likewise: of level_nodes, as far as told
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
+    std::vector<Join> joins;            ///< per Make: all neighbours, where phases read no lists
+    bool collects_joins = false;        ///< per Make
     int inits = 0;                      ///< calls of Init
     bool joins_chains = false;          ///< see joins_old_chains; also in this class itself
     int remembered_id = NOBODY; ///< the owner that old_info is of, or was until it was cleared

@@ -115,6 +115,14 @@ struct LocalNodeInfo {
     }
 };
 
+/// Two neighbours of a whole drawing and the edge that joins them; `before` is on the lower level.
+/// Duty    the run keeps them
+struct Join {
+    INodeImpl* before;
+    INodeImpl* after;
+    IEdgeImpl* edge;
+};
+
 // What a table asks for long before its records end, step by step.
 inline void ask_for_lists(const LocalNodeInfo& info) {
     info.in_neighbours.ask_for_list();

@@ -141,6 +141,14 @@ bool IncLayout::_is_new(const Node& node) {
 
 // Records that a stands before b on the edge; a is on the lower level.
 void IncLayout::mark_as_neighbours(const Node& a, const Node& b, const Edge& edge) {
+    if (collects_joins) {
+        joins.push_back({a.get_impl().get(), b.get_impl().get(), edge.get_impl().get()});
+    } else {
+        record_neighbours(a, b, edge);
+    }
+}
+
+void IncLayout::record_neighbours(const Node& a, const Node& b, const Edge& edge) {
     local_info[a].out_neighbours.push_back(NodeEdgePair{b, edge});
     local_info[b].in_neighbours.push_back(NodeEdgePair{a, edge});
 }
@@ -204,33 +212,18 @@ void IncLayout::place_new_nodes() {
     const auto ask_edges = [&](std::size_t i, auto ask) {
         for (const RunEdge& e : edges.out_of(static_cast<int>(i))) {
             if (e.is_new) {
-                ask(edges.edge_of(e), edges.node_at(e.head, *run_nodes));
+                ask(edges.edge_of(e));
             }
         }
     };
-    const IdMap<local_store::node_entry>& local = local_info.node_info.get_map();
     for_each_ahead(
         nodes.size(), [&](std::size_t i) { place_if_new(edges, static_cast<int>(i)); },
+        [&](std::size_t i) { ask_edges(i, [](const Edge& edge) { prefetch(&edge); }); },
         [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge, const Node& head) {
-                prefetch(&edge);
-                prefetch(&head);
-            });
+            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
         },
         [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge, const Node& head) {
-                prefetch(edge.get_impl().get());
-                prefetch(head.get_impl().get());
-            });
-        },
-        [&](std::size_t i) {
-            ask_edges(i, [&](const Edge& edge, const Node& head) {
-                prefetch(edge.get_impl()->known_vis);
-                local.ask_for_slot(head.GetID());
-            });
-        },
-        [&](std::size_t i) {
-            ask_edges(i, [&](const Edge&, const Node& head) { local.ask_for_page(head.GetID()); });
+            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
         });
 }
 

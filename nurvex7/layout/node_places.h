@@ -32,8 +32,8 @@ public:
     }
 
     /// The number of a node, -1 where it has none.
-    int find(const Node& node) const {
-        const INodeImpl* const impl = node.get_impl().get();
+    int find(const Node& node) const { return find(node.get_impl().get()); }
+    int find(const INodeImpl* impl) const {
         const auto place = static_cast<std::size_t>(impl->place);
         return place < numbered.size() && numbered[place] == impl ? impl->place : -1;
     }

@@ -5,7 +5,8 @@
 
 namespace nurvex7 {
 
-Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_store& local_info)
+Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes,
+                   const std::vector<Join>* joins, local_store& local_info)
     : levels(level_nodes.size()) {
     NodePlaces places;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
@@ -15,16 +16,35 @@ Ordinals::Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_stor
             y.push_back(n.GetPosition().y);
         });
     }
-    places.for_each_record(local_info.node_info.get_map(), y.size(),
-                           [&](std::size_t place, const LocalNodeInfo& info) {
-                               gather(place, info.in_neighbours, places, in);
-                               gather(place, info.out_neighbours, places, out);
-                           });
+    if (joins != nullptr) {
+        gather(*joins, places);
+    } else {
+        places.for_each_record(local_info.node_info.get_map(), y.size(),
+                               [&](std::size_t place, const LocalNodeInfo& info) {
+                                   gather(place, info.in_neighbours, places, in);
+                                   gather(place, info.out_neighbours, places, out);
+                               });
+    }
     in.close(y.size());
     out.close(y.size());
 }
 
 // Ports have no place, and no sweep reads them.
+void Ordinals::gather(const std::vector<Join>& joins, const NodePlaces& places) {
+    const auto add = [&](std::size_t i) {
+        const int before = places.find(joins[i].before);
+        const int after = places.find(joins[i].after);
+        if (before >= 0 && after >= 0) {
+            out.add(static_cast<std::size_t>(before), after);
+            in.add(static_cast<std::size_t>(after), before);
+        }
+    };
+    for_each_ahead(joins.size(), add, [&](std::size_t i) {
+        __builtin_prefetch(joins[i].before);
+        __builtin_prefetch(joins[i].after);
+    });
+}
+
 void Ordinals::gather(std::size_t place, const Segments& segments, const NodePlaces& places,
                       Neighbours& into) {
     for (const NodeEdgePair& pair : segments) {

@@ -18,7 +18,10 @@ public:
     ///
     /// Deliberate: a node without neighbours brings the y of an earlier drawing into the first
     /// sort as it stands, unscaled, beside means of ordinals.
-    Ordinals(const std::vector<std::vector<Node>>& level_nodes, local_store& local_info);
+    ///
+    /// The neighbours come from the joins of the run, or where there are none from the records.
+    Ordinals(const std::vector<std::vector<Node>>& level_nodes, const std::vector<Join>* joins,
+             local_store& local_info);
 
     /// Numbers a level 0, 1, 2, ... in its order.
     void enumerate(std::size_t k);
@@ -39,6 +42,7 @@ private:
         bool touched = false;
     };
 
+    void gather(const std::vector<Join>& joins, const NodePlaces& places);
     static void gather(std::size_t place, const Segments& segments, const NodePlaces& places,
                        Neighbours& into);
     double key(int place, const Neighbours& neighbours) const;

@@ -100,6 +100,8 @@ void IncLayout::drop_run() {
     run_edges.reset();
     run_nodes.reset();
     standings.clear();
+    std::vector<Join>().swap(joins);
+    collects_joins = false;
 }
 
 Standing IncLayout::standing_of(const Node& node) {
