@@ -287,6 +287,7 @@ private:
     void drop_run();
     void let_go_of_neighbours();
     const std::vector<Join>* find_joins() const { return collects_joins ? &joins : nullptr; }
+    void make_room_on_levels();
     void restore_on_level(int level, const Node& node, const Standing& standing);
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);

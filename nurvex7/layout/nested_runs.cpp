@@ -83,11 +83,8 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
     if (std::exchange(served_id, NOBODY) == owner.GetID()) {
         return;
     }
-    const bool from_outside = serves_nests_flat || typeid(*this) == typeid(IncLayout);
-    const auto serve_flat = [&](const Node& done) {
-        const ServedMark mark(served_id, done.GetID());
-        serve(done);
-    };
+    const bool is_plain = typeid(*this) == typeid(IncLayout);
+    const bool from_outside = serves_nests_flat || is_plain;
     struct Frame {
         Node node;
         NodeSet owned;
@@ -98,41 +95,50 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
     while (!open.empty()) {
         Frame& frame = open.back();
         if (frame.next < frame.owned.GetCount()) {
-            const Node inner = frame.owned.GetItem(frame.next++);
+            Node inner = frame.owned.GetItem(frame.next++);
             const bool own_layout = inner.GetLayout().get() != this;
             if (inner == frame.node) {
                 continue; // a node that owns itself has no inside to go into
+            }
+            if (is_plain && !own_layout && take_size_of_leaf(inner)) {
+                continue; // all that any run does with it
             }
             if (own_layout || !from_outside) {
                 serve(inner);
                 continue;
             }
-            NodeSet inside = inner.GetOwned();
-            if (inside.GetCount() == 0) {
-                serve_flat(inner);
-            } else {
-                open.push_back(Frame{inner, std::move(inside), 0});
-            }
+            open.push_back(Frame{inner, inner.GetOwned(), 0});
             continue;
         }
         const Node done = frame.node;
         open.pop_back();
         if (!open.empty()) {
-            serve_flat(done);
+            const ServedMark mark(served_id, done.GetID());
+            serve(done);
         }
     }
 }
 
 void IncLayout::start_run(const Node& owner) {
-    nodes.clear();
     NodeSet owned = owner.GetOwned();
-    nodes.reserve(static_cast<std::size_t>(owned.GetCount()));
-    for (int i = 0; i < owned.GetCount(); ++i) {
-        const Node inner = owned.GetItem(i);
-        if (!inner.IsDummy()) { // or it was deleted and still stands here
-            nodes.push_back(inner);
+    const auto count = static_cast<std::size_t>(owned.GetCount());
+    nodes.reserve(count);
+    // Mostly it is the list of the run before, whose handles can stay.
+    std::size_t taken = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        Node inner = owned.GetItem(static_cast<int>(i));
+        if (inner.IsDummy()) {
+            continue; // it was deleted and still stands here
         }
+        if (taken == nodes.size()) {
+            nodes.push_back(std::move(inner));
+        } else if (nodes[taken].get_impl().get() != inner.get_impl().get() ||
+                   nodes[taken].get_vis().get() != inner.get_vis().get()) {
+            nodes[taken] = std::move(inner);
+        }
+        ++taken;
     }
+    nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(taken), nodes.end());
     level_nodes.clear();
     // What a run that was cut short by an exception has left.
     drop_run();

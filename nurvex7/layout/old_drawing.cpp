@@ -57,6 +57,7 @@ void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
 void IncLayout::restore_old_levels() {
     run_nodes = make_run_nodes();
     run_edges = make_run_edges(*run_nodes, /*new_runs_to_come=*/true);
+    make_room_on_levels();
     const auto restore = [&](std::size_t i) {
         const RunNodes::Past& past = run_nodes->at(static_cast<int>(i));
         const NodeInfo& old = past.info;
@@ -92,6 +93,45 @@ void IncLayout::restore_old_levels() {
     if (holds_real_node_last()) {
         level_nodes.emplace_back();
         cur_levels->resize(level_nodes.size() + 1);
+    }
+}
+
+// For as many nodes as each level is going to have, or more where something is hidden.
+void IncLayout::make_room_on_levels() {
+    const auto is_restored = [&](int i) {
+        const RunNodes::Past& past = run_nodes->at(i);
+        return past.info.is_old && (keep_hidden || !past.hidden);
+    };
+    int highest = -1;
+    for (int i = 0; i < run_nodes->get_count(); ++i) {
+        highest = is_restored(i) ? std::max(highest, run_nodes->at(i).info.level) : highest;
+    }
+    std::vector<int> change(static_cast<std::size_t>(highest) + 2, 0); // from one level to the next
+    const auto add = [&](int from, int to) {
+        ++change[static_cast<std::size_t>(from)];
+        --change[static_cast<std::size_t>(to)];
+    };
+    for (int i = 0; i < run_nodes->get_count(); ++i) {
+        if (!is_restored(i)) {
+            continue;
+        }
+        const NodeInfo& old = run_nodes->at(i).info;
+        add(old.level, old.level + 1);
+        for (const RunEdge& e : run_edges->out_of(i)) {
+            if (e.crosses_levels && !e.is_new) {
+                const int far = run_edges->level_before(e.head, *run_nodes);
+                add(std::min(old.level, far) + 1, std::min(highest + 1, std::max(old.level, far)));
+            }
+        }
+    }
+    lengthen_to_hold(highest);
+    standings.resize(level_nodes.size());
+    std::size_t on_level = 0;
+    for (int k = 0; k <= highest; ++k) {
+        const auto level = static_cast<std::size_t>(k);
+        on_level += static_cast<std::size_t>(change[level]);
+        level_nodes[level].reserve(level_nodes[level].size() + on_level);
+        standings[level].reserve(on_level);
     }
 }
 

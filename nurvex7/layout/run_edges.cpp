@@ -19,6 +19,11 @@ RunEdges::RunEdges(const StructureIndex& answers, const RunNodes& of, const node
                    int owner, bool new_runs_to_come)
     : index(answers), records(old), owner_id(owner), finds_new_runs(!new_runs_to_come) {
     first.reserve(static_cast<std::size_t>(of.get_count()) + 1);
+    std::size_t count = 0;
+    for (int i = 0; i < of.get_count(); ++i) {
+        count += of.children_of(i).size();
+    }
+    entries.reserve(count);
     for (int i = 0; i < of.get_count(); ++i) {
         first.push_back(entries.size());
         for (const StructureIndex::Link& link : of.children_of(i)) {

@@ -69,6 +69,7 @@ public:
     const Node& node_at(int end, const RunNodes& of) const {
         return index.NodeAt(end >= 0 ? of.place_of(end) : ~end);
     }
+    int level_before(int end, const RunNodes& of) const { return past_of(end, of).info.level; }
     bool is_hidden(int end, const RunNodes& of) const { return past_of(end, of).hidden; }
 
     std::span<const RunEdge> all() const { return entries; }
