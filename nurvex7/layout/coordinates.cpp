@@ -3,7 +3,6 @@
 #include "nurvex7/layout/placing.h"
 #include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
-#include "nurvex7/model/folding.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -23,6 +22,7 @@ namespace nurvex7 {
 void IncLayout::calculate_x_coords() {
     take_standings();
     RunEdges& edges = take_run_edges();
+    run_nodes->read_flags_again(nodes);
     edges.read_marks(*run_nodes, local_info);
     Placing placing{edges, top_shift(), 0, 0, std::vector<PlacedNode>(nodes.size())};
     double x = level_gap;
@@ -163,7 +163,7 @@ void IncLayout::place_edges_beside(const Placing& placing) {
         place_edge_beside(edges, e, tail, head);
     };
     for_each_ahead(all.size(), place, [&](std::size_t i) {
-        RunEdges::ask_for_run(all[i]);
+        BreakNodes::PrefetchPlaces(all[i].run);
         prefetch(at_end(all[i].head));
     });
 }
@@ -205,7 +205,7 @@ void IncLayout::place_edge_beside(const RunEdges& edges, const RunEdge& e, const
                               edges.tracks_of(e).under_head);
         }
     };
-    if (tail == head) {
+    if (tail == head) { // a loop: its node places both bends first, then both tracks
         leave();
         enter();
         leave_on_track();
@@ -240,6 +240,9 @@ void IncLayout::place_passing_edges(const Placing& placing) {
                              e->reversed);
         } else {
             const Edge edge = edge_of_bend(n);
+            if (edge.get_impl().get() == nullptr) {
+                return; // a handler has removed it in the middle of the run
+            }
             const BreakRun b(edge, nodes.front().GetOwner());
             place_break_node(n, column.x_start, column.x_end, y, b, local_info[edge].reversed);
         }

@@ -1,7 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/run_edges.h"
 #include "nurvex7/model/break_run.h"
-#include "nurvex7/model/folding.h"
 
 #include <optional>
 

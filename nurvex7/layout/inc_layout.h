@@ -154,6 +154,7 @@ protected:
     void calculate_initial_y_coords();
     void make_y_shifts();
     double _get_height(const Node& node);
+    double room_on_level(const Node& node, const Standing& at);
     double gap_of(const Node& node) const;
 
     // Force adjustment (force_adjustment.cpp)
@@ -219,11 +220,11 @@ protected:
     /// True for a hidden node where hidden nodes take no part in level logic.
     bool passed_over(const Node& node) const;
 
-    std::map<Node, node_store> cluster_info;    ///< per object: what survives, per owner
-    std::map<Node, LevelTable> cluster_levels;  ///< per object: the columns, per owner
-    node_store* cur_info = nullptr;             ///< per owner: its entry of cluster_info
-    node_store old_info;                        ///< per run: that entry as it stood before the run
-    local_store local_info;                     ///< per run; Resize reads that of the run before
+    std::map<Node, node_store> cluster_info;   ///< per object: what survives, per owner
+    std::map<Node, LevelTable> cluster_levels; ///< per object: the columns, per owner
+    node_store* cur_info = nullptr;            ///< per owner: its entry of cluster_info
+    node_store old_info;    ///< per run: that entry as it stood before; the edges up to mark_old
+    local_store local_info; ///< per run; Resize reads that of the run before
     LevelTable* cur_levels = nullptr;           ///< per owner: its entry of cluster_levels
     std::vector<std::vector<Node>> level_nodes; ///< per run: the nodes of each level, in order
     std::vector<Node> nodes;                    ///< per run: what the owner owns, in set order
@@ -287,7 +288,6 @@ private:
     void drop_run();
     void let_go_of_neighbours();
     const std::vector<Join>* find_joins() const { return collects_joins ? &joins : nullptr; }
-    void make_room_on_levels();
     void restore_on_level(int level, const Node& node, const Standing& standing);
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);
@@ -297,7 +297,7 @@ private:
     void mark_edges_by_level(const std::vector<Node>& list);
     void set_direction(int edge_number, bool flat, bool reversed);
     void restore_old_dummies(const Node& n, int i);
-    void restore_chain(const Node& tail, const Edge& edge, const BreakRun& b, bool reversed);
+    void restore_chain(const Node& tail, const RunEdge& e);
 
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
@@ -309,7 +309,7 @@ private:
     std::vector<Join> joins;            ///< per Make: all neighbours, where phases read no lists
     bool collects_joins = false;        ///< per Make
     int inits = 0;                      ///< calls of Init
-    bool joins_chains = false;          ///< see joins_old_chains; also in this class itself
+    bool joins_chains = false;          ///< for who looks at the neighbour lists from outside
     int remembered_id = NOBODY; ///< the owner that old_info is of, or was until it was cleared
     int served_id = NOBODY;     ///< the owner whose inside has been served already
 };

@@ -46,6 +46,7 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // the owner is reckoned to be high, and go along with each shift of the owner after that.
 void IncLayout::mark_old() {
     RunEdges& edges = take_run_edges();
+    run_nodes->read_flags_again(nodes);
     edges.read_flags(*run_nodes);
     for (int i = 0; i < run_nodes->get_count(); ++i) {
         const bool hidden = run_nodes->at(i).hidden;
@@ -242,7 +243,7 @@ void IncLayout::place_if_new(RunEdges& edges, int i) {
     for (const RunEdge& e : edges.out_of(i)) {
         if (e.is_new && !edges.is_hidden(e.head, *run_nodes)) {
             insert_dummy_nodes_between(n, edges.node_at(e.head, *run_nodes), edges.edge_of(e));
-            edges.find_new_run(e);
+            edges.find_new_run(edges.number_of(e));
         }
     }
 }

@@ -97,7 +97,7 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
         if (frame.next < frame.owned.GetCount()) {
             Node inner = frame.owned.GetItem(frame.next++);
             const bool own_layout = inner.GetLayout().get() != this;
-            if (inner == frame.node) {
+            if (inner.get_impl().get() == frame.node.get_impl().get()) {
                 continue; // a node that owns itself has no inside to go into
             }
             if (is_plain && !own_layout && take_size_of_leaf(inner)) {

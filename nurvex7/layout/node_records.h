@@ -131,8 +131,10 @@ public:
     void for_each_in(BreakNodes& run, const graph_ptr<IGraphVis>& store, const N& initial, F f) {
         static_assert(FITS_IN_RUN);
         run.for_each_piece([&](BreakNodes& piece) {
+            const BreakNodes::Notes notes = notes_in(piece, store);
             for (int i = 0; i < piece.get_own_count(); ++i) {
-                f(find_or_make(piece, i, store, initial));
+                f(notes ? record_in(notes, i, initial)
+                        : find_or_make(Node(store, &piece.own_node(i)), initial));
             }
         });
     }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <utility>
@@ -49,7 +48,8 @@ void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
 // of the old y, the dummy nodes of old edges with their coordinates.
 //
 // Reads   nodes, old_info, flags, y
-// Writes  level_nodes; level, is_old, was_hidden in cur_info; neighbour lists of old chains
+// Writes  level_nodes; level, is_old, was_hidden in cur_info; neighbour lists of old chains, where
+//         a phase may read them
 // Needs   old_info, positions relative to the owner
 // Leaves  hidden nodes with their level but on no level list; edges across the owner's border
 //         where they stood
@@ -57,7 +57,6 @@ void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
 void IncLayout::restore_old_levels() {
     run_nodes = make_run_nodes();
     run_edges = make_run_edges(*run_nodes, /*new_runs_to_come=*/true);
-    make_room_on_levels();
     const auto restore = [&](std::size_t i) {
         const RunNodes::Past& past = run_nodes->at(static_cast<int>(i));
         const NodeInfo& old = past.info;
@@ -69,8 +68,11 @@ void IncLayout::restore_old_levels() {
         info_of(static_cast<int>(i)) = old;
         if (!past.hidden && !old.was_hidden) {
             Standing standing = standing_of(n);
-            standing.room = _get_height(n);
             standing.number = static_cast<int>(i);
+            const LocalNodeInfo* const tracks = local_info.node_info.find(n);
+            if (tracks == nullptr || tracks->wrap_count < 1) {
+                standing.room = n.GetSize().height;
+            }
             restore_on_level(old.level, n, standing);
             restore_old_dummies(n, static_cast<int>(i));
         }
@@ -93,45 +95,6 @@ void IncLayout::restore_old_levels() {
     if (holds_real_node_last()) {
         level_nodes.emplace_back();
         cur_levels->resize(level_nodes.size() + 1);
-    }
-}
-
-// For as many nodes as each level is going to have, or more where something is hidden.
-void IncLayout::make_room_on_levels() {
-    const auto is_restored = [&](int i) {
-        const RunNodes::Past& past = run_nodes->at(i);
-        return past.info.is_old && (keep_hidden || !past.hidden);
-    };
-    int highest = -1;
-    for (int i = 0; i < run_nodes->get_count(); ++i) {
-        highest = is_restored(i) ? std::max(highest, run_nodes->at(i).info.level) : highest;
-    }
-    std::vector<int> change(static_cast<std::size_t>(highest) + 2, 0); // from one level to the next
-    const auto add = [&](int from, int to) {
-        ++change[static_cast<std::size_t>(from)];
-        --change[static_cast<std::size_t>(to)];
-    };
-    for (int i = 0; i < run_nodes->get_count(); ++i) {
-        if (!is_restored(i)) {
-            continue;
-        }
-        const NodeInfo& old = run_nodes->at(i).info;
-        add(old.level, old.level + 1);
-        for (const RunEdge& e : run_edges->out_of(i)) {
-            if (e.crosses_levels && !e.is_new) {
-                const int far = run_edges->level_before(e.head, *run_nodes);
-                add(std::min(old.level, far) + 1, std::min(highest + 1, std::max(old.level, far)));
-            }
-        }
-    }
-    lengthen_to_hold(highest);
-    standings.resize(level_nodes.size());
-    std::size_t on_level = 0;
-    for (int k = 0; k <= highest; ++k) {
-        const auto level = static_cast<std::size_t>(k);
-        on_level += static_cast<std::size_t>(change[level]);
-        level_nodes[level].reserve(level_nodes[level].size() + on_level);
-        standings[level].reserve(on_level);
     }
 }
 
@@ -167,19 +130,20 @@ void IncLayout::restore_old_dummies(const Node& n, int i) {
     for (const RunEdge& e : run_edges->out_of(i)) {
         // Between adjacent levels no bend has a level to return to.
         if (e.crosses_levels && !e.is_new && !run_edges->is_hidden(e.head, *run_nodes)) {
-            restore_chain(n, run_edges->edge_of(e), run_edges->run_of(e), e.runs_back);
+            restore_chain(n, e);
         }
     }
 }
 
-void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun& b,
-                              bool reversed) {
+void IncLayout::restore_chain(const Node& tail, const RunEdge& e) {
+    const BreakRun b = run_edges->run_of(e);
+    const bool reversed = e.runs_back;
     const int skipped = reversed ? 4 : 2;
     const int end = b.get_count() - skipped;
     const bool joined = joins_old_chains();
     Standing standing;
-    standing.room = edge.GetHandler()->GetWidth(edge);
     standing.is_dummy = true;
+    standing.number = run_edges->number_of(e);
     Node prev = tail;
     for (int i = skipped; i < end; i += 2) {
         const NodeInfo old = record_of(old_info, b, i);
@@ -193,6 +157,7 @@ void IncLayout::restore_chain(const Node& tail, const Edge& edge, const BreakRun
         record_of(*cur_info, b, i) = old;
         record_of(*cur_info, b, i + 1) = old;
         if (joined) {
+            const Edge& edge = run_edges->edge_of(e);
             reversed ? mark_as_neighbours(dummy, prev, edge)
                      : mark_as_neighbours(prev, dummy, edge);
             prev = dummy;

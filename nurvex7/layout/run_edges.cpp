@@ -94,7 +94,7 @@ void RunEdges::look_up(const RunNodes& of) {
         },
         [&](std::size_t i) {
             const DefaultEdgeVis* const known = impl_at(i)->known_vis;
-            BreakNodes::Prefetch(known != nullptr ? known->known_run_in(owner_id) : nullptr);
+            BreakNodes::PrefetchHead(known != nullptr ? known->known_run_in(owner_id) : nullptr);
             records.edge_info.ask_for_page(entries[i].id);
         });
 }
@@ -120,7 +120,7 @@ void RunEdges::find_run(RunEdge& e) {
     if (e.run == nullptr) {
         return;
     }
-    e.run->note = static_cast<int>(&e - entries.data());
+    e.run->note = number_of(e);
     if (!records.node_info.is_holding(*e.run)) {
         held.push_back(e.run); // handlers are called, and may drop it
     }
@@ -145,7 +145,7 @@ void RunEdges::number_tracks(int node_count) {
         if (e.flat || e.reversed) {
             e.track = static_cast<int>(tracks.size());
             tracks.emplace_back();
-            index.NoteOfEdge(e.number) = static_cast<int>(&e - entries.data());
+            index.NoteOfEdge(e.number) = number_of(e);
             mark(e.tail);
             mark(e.head);
         }

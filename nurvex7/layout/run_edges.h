@@ -39,8 +39,8 @@ struct RunEdge {
 ///
 /// Order   those out of a node stand together, in the order of the structure queries; the nodes in
 ///         theirs. Behind them stand the edges that only their heads know of
-/// Duty    the structure and the records of the run before stand still while this is in use; runs
-///         are made only of edges that the run before has not drawn
+/// Duty    the structure stands still while this is in use, and so do the records of the run before
+///         while edges are looked up; runs are made only of edges that it has not drawn
 class RunEdges {
 public:
     using node_store = GraphInfoStore<NodeInfo, EdgeInfo>;
@@ -58,21 +58,20 @@ public:
              bool new_runs_to_come);
 
     /// To be called for an edge that has been given a run.
-    void find_new_run(const RunEdge& e) {
-        find_run(entries[static_cast<std::size_t>(&e - entries.data())]);
-    }
+    void find_new_run(int i) { find_run(entries[static_cast<std::size_t>(i)]); }
 
-    /// Reads the flags of the ends and the marks of the edges again.
+    /// Reads the flags of the ends and the marks of the edges again, and numbers the tracks anew.
     void read_marks(const RunNodes& of, const local_store& marks);
     /// The flags alone.
     void read_flags(const RunNodes& of);
     const Node& node_at(int end, const RunNodes& of) const {
         return index.NodeAt(end >= 0 ? of.place_of(end) : ~end);
     }
-    int level_before(int end, const RunNodes& of) const { return past_of(end, of).info.level; }
     bool is_hidden(int end, const RunNodes& of) const { return past_of(end, of).hidden; }
 
     std::span<const RunEdge> all() const { return entries; }
+    /// The place of an edge in all().
+    int number_of(const RunEdge& e) const { return static_cast<int>(&e - entries.data()); }
     /// Those out of a node.
     std::span<const RunEdge> out_of(int i) const {
         const auto node = static_cast<std::size_t>(i);

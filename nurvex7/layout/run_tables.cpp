@@ -21,8 +21,8 @@ bool IncLayout::knows_all_phases() const {
     return typeid(*this) == typeid(IncLayout) && inits == 1;
 }
 
-// The phases of this class read the neighbours of new nodes only; those of a derived layout may
-// read any.
+// The phases of this class read the neighbours of new nodes, and of what stands on the first and
+// the last level, which no old chain comes to; those of a derived layout may read any.
 bool IncLayout::joins_old_chains() const {
     return joins_chains || !knows_all_phases();
 }
@@ -54,8 +54,8 @@ std::unique_ptr<RunNodes> IncLayout::make_run_nodes() const {
     return std::make_unique<RunNodes>(*structure, nodes, old_info);
 }
 
-// The nodes as a phase before has left them, unless one may have changed the tables that is not
-// known here.
+// The nodes as a phase before has left them, unless a phase that this class does not know may have
+// changed the tables.
 RunNodes& IncLayout::take_run_nodes() {
     if (run_nodes == nullptr || !knows_all_phases()) {
         run_nodes = make_run_nodes();
@@ -86,10 +86,9 @@ std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,
     return std::make_unique<RunEdges>(*structure, of, old_info, owner_id, new_runs_to_come);
 }
 
-// Likewise the edges, and with them the nodes, with their flags as they are now.
+// Likewise the edges, and with them the nodes.
 RunEdges& IncLayout::take_run_edges(bool new_runs_to_come) {
-    RunNodes& of = take_run_nodes();
-    of.read_flags_again(nodes);
+    const RunNodes& of = take_run_nodes();
     if (run_edges == nullptr || !knows_all_phases()) {
         run_edges = make_run_edges(of, new_runs_to_come);
     }
@@ -112,8 +111,8 @@ Standing IncLayout::standing_of(const Node& node) {
     return at;
 }
 
-// Where the nodes of the levels stand. Those that are known stand first on their levels, unless
-// phases have moved some that are not known here.
+// Where the nodes of the levels stand. Those that are known stand first on their levels, unless a
+// phase that this class does not know may have moved them.
 std::vector<std::vector<Standing>>& IncLayout::take_standings() {
     if (!knows_all_phases()) {
         standings.clear();

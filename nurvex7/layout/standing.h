@@ -12,7 +12,7 @@ struct Standing {
     double y = 0;
     double width = 0;      ///< of a real node
     double room = UNKNOWN; ///< along the level, see IncLayout::_get_height
-    int number = -1;       ///< of a real node in its run
+    int number = -1;       ///< of a real node in its run, or of the edge of a dummy node
     bool is_dummy = false;
 };
 

@@ -1,5 +1,6 @@
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
+#include "nurvex7/layout/run_edges.h"
 #include "nurvex7/layout/standing.h"
 #include "nurvex7/model/break_run.h"
 
@@ -79,6 +80,15 @@ std::vector<std::pair<double, double>> _accumulate(const rooms_t& rooms) {
 
 } // namespace
 
+// The height of a node of a level, less the way to the edge of a dummy node where that is known.
+double IncLayout::room_on_level(const Node& node, const Standing& at) {
+    if (!at.is_dummy || at.number < 0) {
+        return _get_height(node);
+    }
+    const Edge& edge = run_edges->edge_of(run_edges->all()[static_cast<std::size_t>(at.number)]);
+    return edge.GetHandler()->GetWidth(edge);
+}
+
 // Opens room where the old y no longer fit, pushing down everything below a conflict on all levels
 // alike, so that nodes of different levels stay aligned.
 //
@@ -97,8 +107,11 @@ void IncLayout::make_y_shifts() {
     const double min_gap = std::min(node_gap, edge_gap) / 2;
     std::vector<std::vector<Standing>>& standing = take_standings();
     const auto room_of = [&](std::size_t k, std::size_t i) {
-        double& room = standing[k][i].room;
-        return room != Standing::UNKNOWN ? room : room = _get_height(level_nodes[k][i]);
+        Standing& at = standing[k][i];
+        if (at.room == Standing::UNKNOWN) {
+            at.room = room_on_level(level_nodes[k][i], at);
+        }
+        return at.room;
     };
     rooms_t rooms;
     for (std::size_t k = 1; k + 1 < standing.size(); ++k) {
@@ -118,6 +131,9 @@ void IncLayout::make_y_shifts() {
     for (std::size_t k = 1; k + 1 < standing.size(); ++k) {
         for (std::size_t i = 0; i < standing[k].size(); ++i) {
             double& y = standing[k][i].y;
+            if (!knows_all_phases()) {
+                y = level_nodes[k][i].GetPosition().y; // a node may stand on the levels twice
+            }
             const double centre = y + room_of(k, i) / 2;
             const auto below =
                 std::partition_point(total.begin(), total.end(), [&](const auto& entry) {

@@ -118,7 +118,10 @@ public:
     }
     const point* address_of_place(const DummyNodeImpl& node) const { return places() + node.index; }
 
-    /// Asks for the beginning of a run, with the places and the notes of most; null is nothing.
+    /// Asks for the beginning of a run; of most runs that holds the places too, or even the notes.
+    /// Null is nothing.
+    static void PrefetchHead(const BreakNodes* run) { prefetch(run, 128); }
+    static void PrefetchPlaces(const BreakNodes* run) { prefetch(run, 192); }
     static void Prefetch(const BreakNodes* run) { prefetch(run, 320); }
     /// Asks for all of this piece.
     void PrefetchAll() const {

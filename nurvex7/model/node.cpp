@@ -59,7 +59,11 @@ void Node::Remove() {
 }
 
 void Node::SetSize(const tamsel7::size<double>& value) {
-    vis->get_node_vis(impl)->set_size(value);
+    if (DefaultNodeVis* const known = known_vis_in(vis.get(), *impl)) {
+        known->set_size(value);
+    } else {
+        vis->get_node_vis(impl)->set_size(value);
+    }
 }
 
 graph_ptr2<ILayout> Node::GetLayout() const {

@@ -88,13 +88,6 @@ public:
         return i < nodes.size() ? nodes[i] : outside[i - nodes.size()];
     }
     const Edge& EdgeAt(int number) const { return edges[static_cast<std::size_t>(number)]; }
-    /// The number of an edge; -1 where it has none, or where somebody else has numbered it since.
-    int FindEdgeNumber(const Edge& edge) const {
-        const auto noted = static_cast<std::size_t>(edge.get_impl()->place);
-        return noted < edges.size() && edges[noted].get_impl().get() == edge.get_impl().get()
-                   ? edge.get_impl()->place
-                   : -1;
-    }
     std::size_t GetPlaceCount() const { return nodes.size() + outside.size(); }
     /// A note at a place or an edge number, for a caller who gives them numbers of his own; 0 at
     /// first. Duty: the note may be somebody else's, so it has to be checked before it is believed

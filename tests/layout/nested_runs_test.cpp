@@ -129,6 +129,34 @@ TEST(NestedRuns, ASecondInitRunsEveryPhaseTwice) {
     EXPECT_EQ(doubled.levels(), "a a b b | w x w x");
 }
 
+// Restored twice, every node stands on its level twice, in conflict with itself: it goes down by
+// its height and half an edge gap, and for its second place again.
+TEST(NestedRuns, ASecondInitShiftsANodeOncePerPlace) {
+    TestGraph g("a>b");
+    g.layout.Init(30, 12, 2, 5);
+    g.make();
+    EXPECT_EQ(g.node("a").GetPosition().y, 38);
+    g.update(g.root());
+    EXPECT_EQ(g.node("a").GetPosition().y, 38 - 20 + 2 * (20 + 1)) << "less the root's own height";
+}
+
+// A run that a handler cuts short as soon as it is asked for a width leaves a drawing that the next
+// one can go on from.
+TEST(NestedRuns, AThrownWidthLosesNoNode) {
+    for (int calls = 0; calls < 2; ++calls) {
+        TestGraph g("a>b b>c c>d d>e a>d c>f b>f f>e f>h");
+        IncLayout layout;
+        Meddler meddler;
+        meddler.meddle = [] { throw std::runtime_error("no width"); };
+        g.use_layout(layout);
+        g.graph->SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler>(&meddler, /*owns=*/false));
+        g.make();
+        meddler.calls_left = calls;
+        EXPECT_THROW(g.update(g.root()), std::runtime_error);
+        EXPECT_EQ(layout.LookAhead(g.root()), UpdateOutlook::FITS);
+    }
+}
+
 TEST(NestedRuns, SpacingIsThatOfInit) {
     TestGraph g("a b a>c b>c c>a");
     IncLayout wide(100, 40, 6, 10);
