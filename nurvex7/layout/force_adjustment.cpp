@@ -51,7 +51,7 @@ private:
 
     int find_or_enter(const Node& node);
     int enter(const Node& node);
-    void gather(const std::vector<Join>& joins);
+    void gather(const std::vector<Join>& all);
     void gather(std::size_t base, const Segments& segments, bool old_only, Side& side);
     Pull pull_on(int place, DependenceLevel dependence) const;
     void settle_blocks(double lower);
@@ -102,8 +102,8 @@ int IncLayout::ForceField::enter(const Node& node) {
 }
 
 void IncLayout::ForceField::gather_neighbours(bool old_only) {
-    if (const std::vector<Join>* const joins = layout.find_joins()) {
-        gather(*joins);
+    if (const std::vector<Join>* const all = layout.find_joins()) {
+        gather(*all);
     } else {
         places.for_each_record(layout.local_info.node_info.get_map(), own,
                                [&](std::size_t place, const LocalNodeInfo& info) {
@@ -117,7 +117,7 @@ void IncLayout::ForceField::gather_neighbours(bool old_only) {
 
 // The neighbours of a whole drawing. What is not on a level that takes part, a port, is entered for
 // its y alone.
-void IncLayout::ForceField::gather(const std::vector<Join>& joins) {
+void IncLayout::ForceField::gather(const std::vector<Join>& all) {
     const auto feel = [&](INodeImpl* base, INodeImpl* far, IEdgeImpl* edge, Side& side) {
         const int at = places.find(base);
         if (at < 0 || static_cast<std::size_t>(at) >= own) {
@@ -136,17 +136,17 @@ void IncLayout::ForceField::gather(const std::vector<Join>& joins) {
         }
     };
     for_each_ahead(
-        joins.size(),
+        all.size(),
         [&](std::size_t i) {
-            feel(joins[i].after, joins[i].before, joins[i].edge, in);
-            feel(joins[i].before, joins[i].after, joins[i].edge, out);
+            feel(all[i].after, all[i].before, all[i].edge, in);
+            feel(all[i].before, all[i].after, all[i].edge, out);
         },
         [&](std::size_t i) {
-            __builtin_prefetch(joins[i].before);
-            __builtin_prefetch(joins[i].after);
-            prefetch(joins[i].edge);
+            __builtin_prefetch(all[i].before);
+            __builtin_prefetch(all[i].after);
+            prefetch(all[i].edge);
         },
-        [&](std::size_t i) { prefetch(joins[i].edge->known_vis); });
+        [&](std::size_t i) { prefetch(all[i].edge->known_vis); });
 }
 
 // The neighbours of one place. A real node feels only real neighbours, so that a long edge does not

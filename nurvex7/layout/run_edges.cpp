@@ -58,7 +58,6 @@ void RunEdges::read_flags(const RunNodes& of) {
 }
 
 RunEdge& RunEdges::enter(int number, int tail, int head) {
-    index.NoteOfEdge(number) = static_cast<int>(entries.size());
     entries.push_back(RunEdge{});
     RunEdge& e = entries.back();
     e.number = number;
@@ -67,14 +66,27 @@ RunEdge& RunEdges::enter(int number, int tail, int head) {
     return e;
 }
 
-// Mostly both ends of an edge know it. After removals it may be known to one of them alone.
+// Mostly both ends of an edge know it. After removals it may be known to one of them alone, and
+// what comes from another graph is known to its head.
 void RunEdges::join_heads(const RunNodes& of) {
+    if (index.IsTwoWay() && index.GetPlaceCount() == index.GetNodes().size()) {
+        for (RunEdge& e : entries) {
+            e.enters_head = e.head >= 0;
+        }
+        return;
+    }
+    for (const RunEdge& e : entries) {
+        index.NoteOfEdge(e.number) = number_of(e);
+    }
     for (int i = 0; i < of.get_count(); ++i) {
         for (const StructureIndex::Link& link : of.parents_of(i)) {
-            const auto noted = static_cast<std::size_t>(index.NoteOfEdge(link.edge));
-            const bool known = noted < entries.size() && entries[noted].number == link.edge;
-            RunEdge& e = known ? entries[noted] : enter(link.edge, _end_of(of, link.node), i);
-            e.enters_head = true;
+            int& noted = index.NoteOfEdge(link.edge);
+            const auto at = static_cast<std::size_t>(noted);
+            if (at >= entries.size() || entries[at].number != link.edge) {
+                noted = static_cast<int>(entries.size());
+                enter(link.edge, _end_of(of, link.node), i);
+            }
+            entries[static_cast<std::size_t>(noted)].enters_head = true;
         }
     }
 }
@@ -120,15 +132,18 @@ void RunEdges::find_run(RunEdge& e) {
     if (e.run == nullptr) {
         return;
     }
-    e.run->note = number_of(e);
+    if (e.is_new || e.crosses_levels) {
+        e.run->note = number_of(e); // it has dummy nodes, whose edge is asked for
+    }
     if (!records.node_info.is_holding(*e.run)) {
         held.push_back(e.run); // handlers are called, and may drop it
     }
 }
 
 void RunEdges::read_flags(RunEdge& e, const RunNodes& of) const {
-    e.tail_hidden = is_hidden(e.tail, of);
-    e.head_hidden = is_hidden(e.head, of);
+    const bool none = !of.has_hidden();
+    e.tail_hidden = (e.tail < 0 || !none) && is_hidden(e.tail, of);
+    e.head_hidden = (e.head < 0 || !none) && is_hidden(e.head, of);
 }
 
 // Other phases have numbered the edges since; those on tracks are asked for by number.

@@ -39,6 +39,7 @@ public:
         for (const Node& node : list) {
             places.push_back(index.FindPlace(node));
             past.push_back(past_of(node));
+            any_hidden = any_hidden || past.back().hidden;
         }
         take_notes_back();
     }
@@ -54,12 +55,15 @@ public:
     }
     /// To be called where flags may have changed. Duty: the list is the same
     void read_flags_again(const std::vector<Node>& list) {
+        any_hidden = false;
         for (std::size_t i = 0; i < list.size(); ++i) {
             past[i].hidden = is_hidden(list[i]);
+            any_hidden = any_hidden || past[i].hidden;
         }
     }
 
     int get_count() const { return static_cast<int>(places.size()); }
+    bool has_hidden() const { return any_hidden; }
     /// The number of the node at a place; -1 for one that is not of the list, and for no place.
     int number_of(int place) const {
         if (place < 0) {
@@ -98,6 +102,7 @@ private:
     const node_store& records;
     std::vector<int> places; ///< -1 where the answers do not cover the node
     std::vector<Past> past;
+    bool any_hidden = false;
     std::vector<NodeInfo*> now;
 };
 
