@@ -210,21 +210,29 @@ void IncLayout::shift_level_table(int k, int longest) {
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
     RunEdges& edges = take_run_edges(/*new_runs_to_come=*/true);
-    const auto ask_edges = [&](std::size_t i, auto ask) {
-        for (const RunEdge& e : edges.out_of(static_cast<int>(i))) {
+    std::vector<int> touched; // the nodes that are new, and those with a new edge
+    for (int i = 0; i < run_nodes->get_count(); ++i) {
+        const std::span<const RunEdge> out = edges.out_of(i);
+        if (run_nodes->at(i).is_new() ||
+            std::any_of(out.begin(), out.end(), [](const RunEdge& e) { return e.is_new; })) {
+            touched.push_back(i);
+        }
+    }
+    const auto ask_edges = [&](std::size_t turn, auto ask) {
+        for (const RunEdge& e : edges.out_of(touched[turn])) {
             if (e.is_new) {
                 ask(edges.edge_of(e));
             }
         }
     };
     for_each_ahead(
-        nodes.size(), [&](std::size_t i) { place_if_new(edges, static_cast<int>(i)); },
-        [&](std::size_t i) { ask_edges(i, [](const Edge& edge) { prefetch(&edge); }); },
-        [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
+        touched.size(), [&](std::size_t turn) { place_if_new(edges, touched[turn]); },
+        [&](std::size_t turn) { ask_edges(turn, [](const Edge& edge) { prefetch(&edge); }); },
+        [&](std::size_t turn) {
+            ask_edges(turn, [](const Edge& edge) { prefetch(edge.get_impl().get()); });
         },
-        [&](std::size_t i) {
-            ask_edges(i, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
+        [&](std::size_t turn) {
+            ask_edges(turn, [](const Edge& edge) { prefetch(edge.get_impl()->known_vis); });
         });
 }
 

@@ -67,11 +67,14 @@ void IncLayout::restore_old_levels() {
         lengthen_to_hold(old.level);
         info_of(static_cast<int>(i)) = old;
         if (!past.hidden && !old.was_hidden) {
-            Standing standing = standing_of(n);
-            standing.number = static_cast<int>(i);
+            const tamsel7::size<double> size = n.GetSize();
             const LocalNodeInfo* const tracks = local_info.node_info.find(n);
+            Standing standing;
+            standing.y = n.GetPosition().y;
+            standing.width = size.width;
+            standing.number = static_cast<int>(i);
             if (tracks == nullptr || tracks->wrap_count < 1) {
-                standing.room = n.GetSize().height;
+                standing.room = size.height;
             }
             restore_on_level(old.level, n, standing);
             restore_old_dummies(n, static_cast<int>(i));
