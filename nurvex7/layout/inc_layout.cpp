@@ -108,6 +108,7 @@ void IncLayout::Update(Node owner) {
     start_run(owner);
     take_old_drawing_back(owner);
     run(update_phases);
+    cur_info->node_info.let_go_of_stale();
     owner.SetSize(result_size);
 }
 
@@ -124,6 +125,7 @@ void IncLayout::Resize(Node owner) {
     cur_levels->forget_length();
     UnshiftPosition(owner);
     run(resize_phases);
+    cur_info->node_info.let_go_of_stale();
     owner.SetSize(result_size);
     ShiftPosition(owner, {0, 0});
 }

@@ -210,7 +210,8 @@ void IncLayout::shift_level_table(int k, int longest) {
 // between old nodes. New nodes stand behind the old ones of their level.
 void IncLayout::place_new_nodes() {
     RunEdges& edges = take_run_edges(/*new_runs_to_come=*/true);
-    std::vector<int> touched; // the nodes that are new, and those with a new edge
+    run_nodes->read_flags_again(nodes); // handlers have been asked since the levels were restored
+    std::vector<int> touched;           // the nodes that are new, and those with a new edge
     for (int i = 0; i < run_nodes->get_count(); ++i) {
         const std::span<const RunEdge> out = edges.out_of(i);
         if (run_nodes->at(i).is_new() ||

@@ -126,15 +126,16 @@ void IncLayout::start_run(const Node& owner) {
     // Mostly it is the list of the run before, whose handles can stay.
     std::size_t taken = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        Node inner = owned.GetItem(static_cast<int>(i));
+        const Node inner = owned.GetItem(static_cast<int>(i));
         if (inner.IsDummy()) {
             continue; // it was deleted and still stands here
         }
+        if (taken < nodes.size() && (nodes[taken].get_impl().get() != inner.get_impl().get() ||
+                                     nodes[taken].get_vis().get() != inner.get_vis().get())) {
+            nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(taken), nodes.end());
+        }
         if (taken == nodes.size()) {
-            nodes.push_back(std::move(inner));
-        } else if (nodes[taken].get_impl().get() != inner.get_impl().get() ||
-                   nodes[taken].get_vis().get() != inner.get_vis().get()) {
-            nodes[taken] = std::move(inner);
+            nodes.push_back(inner);
         }
         ++taken;
     }

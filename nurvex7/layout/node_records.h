@@ -56,12 +56,8 @@ public:
         clear_by_id();
     }
 
-    /// Empties the table for somebody who is about to enter the same nodes again, but for a few. It
-    /// goes on to keep their runs, those that are not entered again until the next time.
-    void start_again() {
-        if (stamp == std::numeric_limits<std::uint16_t>::max()) {
-            clear();
-        }
+    /// Ends the keeping of runs that have not been entered since start_again.
+    void let_go_of_stale() {
         if (current < runs.size()) {
             std::erase_if(runs, [this](const graph_ptr<BreakNodes>& run) {
                 const bool is_stale = !run->find_notes(tag.get(), stamp);
@@ -71,6 +67,15 @@ public:
                 return is_stale;
             });
         }
+    }
+
+    /// Empties the table for somebody who is about to enter the same nodes again, but for a few. It
+    /// goes on to keep their runs, those that are not entered again until let_go_of_stale.
+    void start_again() {
+        if (stamp == std::numeric_limits<std::uint16_t>::max()) {
+            clear();
+        }
+        let_go_of_stale();
         ++stamp;
         current = 0;
         clear_by_id();

@@ -100,7 +100,7 @@ void Ordinals::store(std::vector<std::vector<Node>>& level_nodes) const {
         sorted.reserve(level_nodes[k].size());
         for (const int place : levels[k].order) {
             const auto turn = static_cast<std::size_t>(place - levels[k].first);
-            sorted.push_back(std::move(level_nodes[k][turn]));
+            sorted.push_back(level_nodes[k][turn]);
             sorted.back().SetPosition(0.0, y[static_cast<std::size_t>(place)]);
         }
         level_nodes[k].swap(sorted);

@@ -21,7 +21,7 @@ namespace nurvex7 {
 double IncLayout::_get_height(const Node& node) {
     if (node.IsDummy()) {
         const Edge e = edge_of_bend(node);
-        return e.GetHandler()->GetWidth(e);
+        return e.get_impl().get() != nullptr ? e.GetHandler()->GetWidth(e) : 0; // or it is removed
     }
     const double height = node.GetSize().height;
     const LocalNodeInfo* const known = local_info.node_info.find(node);

@@ -100,10 +100,13 @@ private:
     int count;
 };
 
-/// The edge that a break node bends. Duty: the node is one
+/// The edge that a break node bends; a null one for what is none, such as a removed node.
 inline Edge edge_of_bend(const Node& bend) {
-    const BreakNodes* const run = bend.get_impl()->run;
-    return run != nullptr ? Edge(bend.get_vis(), run->get_edge()) : bend.GetEdgesOut().GetItem(0);
+    if (const BreakNodes* const run = bend.get_impl()->run) {
+        return Edge(bend.get_vis(), run->get_edge());
+    }
+    EdgeSet edges = bend.GetEdgesOut();
+    return edges.GetCount() > 0 ? edges.GetItem(0) : Edge(bend.get_vis(), graph_ptr<IEdgeImpl>());
 }
 
 } // namespace nurvex7

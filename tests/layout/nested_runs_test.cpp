@@ -157,6 +157,33 @@ TEST(NestedRuns, AThrownWidthLosesNoNode) {
     }
 }
 
+// The levels and the routes of a run have to agree about who is shown.
+TEST(NestedRuns, AHandlerCanShowANodeInTheMiddleOfARun) {
+    TestGraph g("a>b b>c a>c a>h !h");
+    IncLayout layout;
+    Meddler meddler;
+    g.use_layout(layout);
+    g.graph->SetDefaultEdgeHandler(graph_ptr2<IEdgeHandler>(&meddler, /*owns=*/false));
+    g.make();
+    meddler.meddle = [&] { Show(g.node("h")); };
+    meddler.calls_left = 0;
+    g.update(g.root());
+    g.update(g.root());
+    EXPECT_EQ(g.edge("a>h").GetBreakNodes().GetCount(), 4);
+}
+
+// A node has a place in every store that shows it.
+TEST(NestedRuns, AnOwnerOfTwoStoresIsPlacedInTheOneAskedFor) {
+    TestGraph shown("K/x");
+    const TestGraph other("Z");
+    shown.make();
+    const auto in_other = [&](const Node& n) { return Node(other.root().get_vis(), n.get_impl()); };
+    IncLayout layout;
+    layout.Make(shown.node("K"));
+    layout.Update(in_other(shown.node("K")));
+    EXPECT_EQ(in_other(shown.node("x")).GetPosition().x, 35);
+}
+
 TEST(NestedRuns, SpacingIsThatOfInit) {
     TestGraph g("a b a>c b>c c>a");
     IncLayout wide(100, 40, 6, 10);
