@@ -132,9 +132,7 @@ void IncLayout::insert_chain(const Node& from, const Node& to, const BreakRun& b
     Node prev = from;
     for (int i = skipped; i < end; i += 2) {
         const Node dummy = b.at(i);
-        lengthen_to_hold(level);
-        level_nodes[static_cast<std::size_t>(level)].push_back(dummy);
-        record_of(*cur_info, b, i).level = level;
+        put_dummy_on_level(dummy, level);
         record_of(*cur_info, b, i + 1).level = level;
         join(prev, dummy);
         prev = dummy;

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <span>
 #include <utility>
 
 namespace nurvex7 {

@@ -125,6 +125,7 @@ void RunEdges::complete(RunEdge& e, const RunNodes& of) {
         find_run(e);
     }
 }
+
 void RunEdges::find_run(RunEdge& e) {
     const Edge& edge = edge_of(e);
     e.run = BreakRun::Find(edge, owner_id);

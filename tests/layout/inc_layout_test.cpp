@@ -100,6 +100,21 @@ TEST(Agreement, OfListsThatAreTooShort) {
     }
 }
 
+// A full layout lets go of most of what it knew, but a Resize reckons with its tracks and marks:
+// the first node grows just as far as it can without a track and not with one.
+TEST(Agreement, OfResizeAfterMakeWithTracks) {
+    Twin twin;
+    twin.both([](TestGraph& g) {
+        g.add("a>a b>c c>b d>c");
+        g.make();
+        for (const char* const name : {"a", "b", "c"}) {
+            g.node(name).SetSize({60, 32});
+        }
+        g.resize(g.root());
+    });
+    EXPECT_EQ(first_difference(twin.product, twin.plain_graph), "");
+}
+
 /// Nodes that are linked among themselves, in circles too, and to nothing else.
 void add_island(TestGraph& g, const std::string& name, std::mt19937& random) {
     std::vector<Node> island;
