@@ -1,7 +1,9 @@
 #include "nurvex7/model/box_index.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace nurvex7 {
 
@@ -32,6 +34,12 @@ float middle(float low, float high) {
     return std::isnan(sum) ? 0 : sum;
 }
 
+/// More than what rounding to floats, and a hit test that computes along a segment, can be off.
+double slack_at(float a, float b) {
+    constexpr double ROUNDING = 4 * static_cast<double>(std::numeric_limits<float>::epsilon());
+    return ROUNDING * static_cast<double>(std::max(std::abs(a), std::abs(b)));
+}
+
 } // namespace
 
 void BoxIndex::clear() {
@@ -40,9 +48,43 @@ void BoxIndex::clear() {
 }
 
 void BoxIndex::add(const tamsel7::rectangle<double>& box, int value) {
+    const float top = round_down(box.top);
+    const float bottom = round_up(box.bottom);
     entries.push_back(
-        {{round_down(box.left), round_down(box.top), round_up(box.right), round_up(box.bottom)},
-         value});
+        {{round_down(box.left), round_up(box.right), top, top, bottom, bottom}, value});
+}
+
+void BoxIndex::add(const tamsel7::point<double>& a, const tamsel7::point<double>& b, int value) {
+    const auto& [from, to] = b.x < a.x ? std::pair(b, a) : std::pair(a, b);
+    entries.push_back({{round_down(from.x), round_up(to.x), round_down(from.y), round_down(to.y),
+                        round_up(from.y), round_up(to.y)},
+                       value});
+}
+
+/// Whether an area that meets the box around a trapezoid meets the trapezoid, too: whether that
+/// reaches into the area anywhere between the sides of the area. What is no number keeps nothing
+/// away, and an area turned inside out does not either: a hit test of it may still find a segment
+/// that passes both of its sides.
+bool BoxIndex::meets_between(const Bound& bound, const tamsel7::rectangle<double>& area) {
+    const auto left = static_cast<double>(bound.left);
+    const double width = static_cast<double>(bound.right) - left;
+    const double slack = slack_at(bound.left, bound.right);
+    const bool proper = area.left <= area.right && area.top <= area.bottom;
+    if (!proper || !(width > slack) || width > static_cast<double>(LARGEST)) {
+        return true;
+    }
+    const double from = std::max(0.0, (area.left - slack - left) / width);
+    const double to = std::min(1.0, (area.right + slack - left) / width);
+    const auto between = [](float at_left, float at_right, double part) {
+        return static_cast<double>(at_left) * (1 - part) + static_cast<double>(at_right) * part;
+    };
+    const double high = area.top - slack_at(bound.top(), bound.bottom());
+    const double low = area.bottom + slack_at(bound.top(), bound.bottom());
+    const bool above = between(bound.bottom_left, bound.bottom_right, from) < high &&
+                       between(bound.bottom_left, bound.bottom_right, to) < high;
+    const bool below = between(bound.top_left, bound.top_right, from) > low &&
+                       between(bound.top_left, bound.top_right, to) > low;
+    return !above && !below;
 }
 
 void BoxIndex::build() {
@@ -62,43 +104,118 @@ void BoxIndex::part(entry_iterator first, entry_iterator last) {
     if (count <= GROUP) {
         return;
     }
-    Box centres{INFINITE, INFINITE, -INFINITE, -INFINITE};
-    for (auto at = first; at != last; ++at) {
-        const float x = middle(at->box.left, at->box.right);
-        const float y = middle(at->box.top, at->box.bottom);
-        widen(centres, {x, y, x, y});
-    }
     std::size_t before = GROUP;
     while (before * 2 < count) {
         before *= 2;
     }
     const auto cut = first + static_cast<std::ptrdiff_t>(before);
-    if (centres.right - centres.left > centres.bottom - centres.top) {
-        std::nth_element(first, cut, last, [](const Entry& a, const Entry& b) {
-            return middle(a.box.left, a.box.right) < middle(b.box.left, b.box.right);
-        });
-    } else {
-        std::nth_element(first, cut, last, [](const Entry& a, const Entry& b) {
-            return middle(a.box.top, a.box.bottom) < middle(b.box.top, b.box.bottom);
-        });
+    switch (choose_axis(first, last)) {
+    case axis_t::x:
+        part_along<axis_t::x>(first, cut, last);
+        break;
+    case axis_t::left_y:
+        part_along<axis_t::left_y>(first, cut, last);
+        break;
+    case axis_t::right_y:
+        part_along<axis_t::right_y>(first, cut, last);
+        break;
     }
     part(first, cut);
     part(cut, last);
 }
 
-void BoxIndex::widen(Box& box, const Box& by) {
-    box.left = std::min(box.left, by.left);
-    box.top = std::min(box.top, by.top);
-    box.right = std::max(box.right, by.right);
-    box.bottom = std::max(box.bottom, by.bottom);
+/// The axis along which some samples are parted into the smallest bounds. The height at either side
+/// is an axis of its own, so that segments that cross each other in the midst of a gap are parted
+/// by where they end.
+BoxIndex::axis_t BoxIndex::choose_axis(entry_iterator first, entry_iterator last) {
+    std::array<Bound, SAMPLES> samples;
+    const auto count = static_cast<std::size_t>(last - first);
+    bool boxes = true;
+    for (std::size_t i = 0; i < SAMPLES; ++i) {
+        samples[i] = first[static_cast<std::ptrdiff_t>(count * i / SAMPLES)].bound;
+        boxes = boxes && samples[i].is_box();
+    }
+    const double by_x = area_parted_along<axis_t::x>(samples);
+    const double by_left = area_parted_along<axis_t::left_y>(samples);
+    const double by_right = boxes ? by_left : area_parted_along<axis_t::right_y>(samples);
+    if (by_x < std::min(by_left, by_right)) {
+        return axis_t::x;
+    }
+    return by_right < by_left ? axis_t::right_y : axis_t::left_y;
+}
+
+template <BoxIndex::axis_t axis>
+float BoxIndex::middle_along(const Bound& bound) {
+    switch (axis) {
+    case axis_t::left_y:
+        return middle(bound.top_left, bound.bottom_left);
+    case axis_t::right_y:
+        return middle(bound.top_right, bound.bottom_right);
+    default:
+        return middle(bound.left, bound.right);
+    }
+}
+
+template <BoxIndex::axis_t axis>
+void BoxIndex::part_along(entry_iterator first, entry_iterator cut, entry_iterator last) {
+    std::nth_element(first, cut, last, [](const Entry& a, const Entry& b) {
+        return middle_along<axis>(a.bound) < middle_along<axis>(b.bound);
+    });
+}
+
+/// What the two halves cover together; infinite where all are at one place.
+template <BoxIndex::axis_t axis>
+double BoxIndex::area_parted_along(const std::array<Bound, SAMPLES>& samples) {
+    float sum = 0;
+    for (const Bound& sample : samples) {
+        sum += middle_along<axis>(sample);
+    }
+    std::array<Bound, 2> halves;
+    std::array<bool, 2> any{};
+    for (const Bound& sample : samples) {
+        const std::size_t side = middle_along<axis>(sample) * SAMPLES > sum ? 1 : 0;
+        if (any[side]) {
+            widen(halves[side], sample);
+        } else {
+            halves[side] = sample;
+            any[side] = true;
+        }
+    }
+    return any[0] && any[1] ? area_of(halves[0]) + area_of(halves[1])
+                            : std::numeric_limits<double>::infinity();
+}
+
+/// Twice that of a trapezoid, with a margin for those that are as thin as a line.
+double BoxIndex::area_of(const Bound& bound) {
+    const auto length = [](float from, float to) {
+        return static_cast<double>(to) - static_cast<double>(from) + 1;
+    };
+    return length(bound.left, bound.right) * (length(bound.top_left, bound.bottom_left) +
+                                              length(bound.top_right, bound.bottom_right));
+}
+
+/// Trapezoids over the same span make one; where spans differ, the boxes around them do.
+void BoxIndex::widen(Bound& bound, const Bound& by) {
+    const auto box_around = [](const Bound& of) -> Bound {
+        return {of.left, of.right, of.top(), of.top(), of.bottom(), of.bottom()};
+    };
+    const bool same_span = bound.left == by.left && bound.right == by.right;
+    const Bound a = same_span ? bound : box_around(bound);
+    const Bound b = same_span ? by : box_around(by);
+    bound = {std::min(a.left, b.left),
+             std::max(a.right, b.right),
+             std::min(a.top_left, b.top_left),
+             std::min(a.top_right, b.top_right),
+             std::max(a.bottom_left, b.bottom_left),
+             std::max(a.bottom_right, b.bottom_right)};
 }
 
 namespace {
 
 template <typename Entry>
-const auto& box_of(const Entry& entry) {
-    if constexpr (requires { entry.box; }) {
-        return entry.box;
+const auto& bound_of(const Entry& entry) {
+    if constexpr (requires { entry.bound; }) {
+        return entry.bound;
     } else {
         return entry;
     }
@@ -106,20 +223,24 @@ const auto& box_of(const Entry& entry) {
 
 } // namespace
 
-template <typename Boxes>
-void BoxIndex::add_level(const Boxes& below) {
-    std::vector<Box> level((below.size() + GROUP - 1) / GROUP,
-                           Box{INFINITE, INFINITE, -INFINITE, -INFINITE});
+template <typename Below>
+void BoxIndex::add_level(const Below& below) {
+    std::vector<Bound> level;
+    level.reserve((below.size() + GROUP - 1) / GROUP);
     for (std::size_t i = 0; i < below.size(); ++i) {
-        widen(level[i / GROUP], box_of(below[i]));
+        if (i % GROUP == 0) {
+            level.push_back(bound_of(below[i]));
+        } else {
+            widen(level.back(), bound_of(below[i]));
+        }
     }
     levels.push_back(std::move(level));
 }
 
 std::size_t BoxIndex::get_memory() const {
     std::size_t bytes = entries.capacity() * sizeof(Entry);
-    for (const std::vector<Box>& level : levels) {
-        bytes += level.capacity() * sizeof(Box);
+    for (const std::vector<Bound>& level : levels) {
+        bytes += level.capacity() * sizeof(Bound);
     }
     return bytes;
 }

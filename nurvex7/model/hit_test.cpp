@@ -13,9 +13,9 @@ namespace {
 
 /// So many segments of a route share a box at most.
 constexpr std::size_t STRETCH = 4;
-/// A segment that rises more than so many times its length along x has a box for itself. Of a box
-/// around it and its neighbours most would be empty, and a point in the midst of long edges would
-/// lie in the boxes of all of them.
+/// A segment that rises more than so many times its length along x is entered by itself, as what it
+/// is. Of a box around it most would be empty, and a point in the midst of long edges would lie in
+/// the boxes of all of them.
 constexpr double STEEP = 4;
 /// In place of the first break node of a stretch.
 constexpr int WHOLE_ROUTE = -1;
@@ -255,14 +255,19 @@ void DefaultGraphVis::add_stretches(int id) {
                !is_steep(last)) {
             ++last;
         }
+        const auto place = static_cast<int>(stretches.size());
+        stretches.push_back({id, static_cast<int>(first), static_cast<int>(last)});
+        if (is_steep(first)) {
+            edge_index.boxes.add(places[first], places[last], place);
+            continue;
+        }
         tamsel7::rectangle<double> box{FAR, FAR, -FAR, -FAR};
         for (std::size_t i = first; i <= last; ++i) {
             const tamsel7::point<double>& at = places[i];
             box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x),
                    std::max(box.bottom, at.y)};
         }
-        edge_index.boxes.add(box, static_cast<int>(stretches.size()));
-        stretches.push_back({id, static_cast<int>(first), static_cast<int>(last)});
+        edge_index.boxes.add(box, place);
     }
 }
 

@@ -245,4 +245,62 @@ TEST_F(HitTest, FindsInALargeGraphWhatALookAtEachFinds) {
     EXPECT_LT(memory, 200 * all.size());
 }
 
+// Between two columns edges rise a thousand times as far as they go, beside each other and across,
+// near and so far away that a float knows no fractions. A point on one of them is hit to the bit.
+TEST_F(HitTest, FindsSteepEdgesSideBySideAndAcross) {
+    using namespace testing_support;
+    struct {
+        double scale;
+        point offset;
+    } const cases[] = {
+        {1, {0, 0}}, {1e-4, {0, 0}}, {1, {3e5, -5e7}}, {1e9, {0, 0}}, {1e-3, {1e6, 1e6}}};
+    for (const auto& c : cases) {
+        std::mt19937 random(3);
+        const auto number = [&](unsigned below) {
+            return static_cast<double>(random() % below) / 8;
+        };
+        std::vector<std::vector<point>> routes;
+        std::vector<Edge> added;
+        for (int i = 0; i < 600; ++i) {
+            const double drift = i % 3 == 0 ? number(300'000) : 20'000;
+            std::vector<point> bends;
+            for (int gap = 0; gap < 4; ++gap) {
+                const double y = gap * drift + i * 16;
+                for (const point at : {point{gap * 100.0, y}, point{gap * 100.0 + 70, y}}) {
+                    bends.push_back({at.x * c.scale + c.offset.x, at.y * c.scale + c.offset.y});
+                }
+            }
+            if (i % 5 == 0) {
+                std::reverse(bends.begin(), bends.end());
+            }
+            added.push_back(route("x", bends));
+            routes.push_back(bends);
+        }
+        std::size_t hits = 0;
+        for (int test = 0; test < 1000; ++test) {
+            const std::vector<point>& bends = routes[random() % routes.size()];
+            const std::size_t first = 1 + random() % 3 * 2;
+            const point from = bends[first];
+            const point to = bends[first + 1];
+            const double x = from.x + (to.x - from.x) * number(8);
+            const double y = (x - from.x) * (from.y - to.y) / (from.x - to.x) + from.y;
+            const double around = test % 2 == 0 ? 0 : number(64) * c.scale;
+            hit_area area{x - around, y - around, x + around, y + around};
+            if (test % 10 == 9) { // turned inside out
+                std::swap(area.top, area.bottom);
+            } else if (test % 10 == 7) {
+                std::swap(area.left, area.right);
+            }
+            const auto found =
+                ids_of(graph.HitEdgeTest(area.left, area.top, area.right, area.bottom));
+            ASSERT_EQ(found, plain_edge_hits(static_cast<DefaultGraphVis&>(*root.get_vis()), area));
+            hits += found.size();
+        }
+        EXPECT_GT(hits, 900u);
+        for (Edge& edge : added) {
+            edge.Remove();
+        }
+    }
+}
+
 } // namespace
