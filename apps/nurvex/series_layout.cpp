@@ -31,6 +31,7 @@ SeriesLayout::SeriesLayout(double level_gap_, double node_gap_, double edge_gap_
                            double edge_margin_)
     : IncLayout(level_gap_, node_gap_, edge_gap_, edge_margin_) {
     serves_nests_flat = true;
+    shares_tables = true;
     const auto insert_behind = [](std::vector<phase_t>& phases, phase_t known,
                                   void (SeriesLayout::*own)()) {
         const auto place = std::find(phases.begin(), phases.end(), known);
@@ -53,6 +54,7 @@ SeriesLayout::SeriesLayout(double level_gap_, double node_gap_, double edge_gap_
                      static_cast<phase_t>(&SeriesLayout::open_rooms));
     }
     for (std::vector<phase_t>* const phases : {&make_phases, &update_phases, &resize_phases}) {
+        phases->insert(phases->begin(), static_cast<phase_t>(&SeriesLayout::find_crossings));
         phases->push_back(static_cast<phase_t>(&SeriesLayout::mark_crossings));
     }
 }
@@ -70,19 +72,24 @@ bool SeriesLayout::stood_before(const Node& node) {
     return !IsFlagSet(node, NODE_HIDDEN) && !_is_new(node);
 }
 
-std::vector<SeriesLayout::Crossings> SeriesLayout::old_crossings() {
-    std::vector<Crossings> crossings;
+// Most nodes have no edge across the border of their owner, so those that have are listed once.
+//
+// Reads   nodes, the graph
+// Writes  crossings
+// Space   none
+void SeriesLayout::find_crossings() {
+    crossings.clear();
     for (const Node& node : nodes) {
-        if (stood_before(node)) {
-            crossings.push_back({node, ORDER_IN});
-            crossings.push_back({node, ORDER_OUT});
+        for (const Order order : {ORDER_IN, ORDER_OUT}) {
+            if (edges_of({node, order}).size() > 0) {
+                crossings.push_back({node, order});
+            }
         }
     }
-    return crossings;
 }
 
-StructureIndex::Pairs SeriesLayout::edges_of(const Crossings& crossings) {
-    return crossings.order == ORDER_IN ? edges_in_of(crossings.node) : edges_out_of(crossings.node);
+StructureIndex::Pairs SeriesLayout::edges_of(const Crossings& at) {
+    return at.order == ORDER_IN ? edges_in_of(at.node) : edges_out_of(at.node);
 }
 
 // A resize forgets the columns when the old drawing comes back. An owner is resized because
@@ -118,34 +125,49 @@ void SeriesLayout::restore_marks() {
 // Puts the old bends of crossing edges back on their levels, where they keep their y and their
 // place among the nodes.
 //
-// Reads   nodes, old_info, flags, y
+// Reads   nodes, crossings, old_info, flags, y
 // Writes  level_nodes; records of bends in cur_info; neighbour lists
 // Needs   restore_old_levels
 // Leaves  every level in the order of the old y
 // Space   owner-relative
 void SeriesLayout::restore_crossings() {
-    for (const Crossings& crossings : old_crossings()) {
-        for (const auto& pair : edges_of(crossings)) {
-            restore_chain(crossings, pair.edge);
+    std::vector<bool> grown;
+    for (const Crossings& at : crossings) {
+        if (stood_before(at.node)) {
+            for (const auto& pair : edges_of(at)) {
+                restore_chain(at, pair.edge, grown);
+            }
         }
     }
-    sort_levels();
+    for (std::size_t k = 0; k < grown.size(); ++k) {
+        if (grown[k]) {
+            sort_level(k);
+        }
+    }
 }
 
-// Brings every level into the order of its y. New nodes are listed behind the old ones; the owner
-// ends below the last node of a level, which has to be the lowest then.
+// Brings every level that has got something new into the order of its y. New nodes are listed
+// behind the old ones; the owner ends below the last node of a level, which has to be the lowest
+// then.
 //
 // Reads   y
 // Writes  level_nodes
 // Space   owner-relative
 void SeriesLayout::sort_levels() {
-    for (std::vector<Node>& level : level_nodes) {
-        std::stable_sort(level.begin(), level.end(), NodeByYComparator());
+    for (std::size_t k = 0; k < level_nodes.size(); ++k) {
+        if (!level_nodes[k].empty() && _is_new(level_nodes[k].back())) {
+            sort_level(k);
+        }
     }
 }
 
-void SeriesLayout::restore_chain(const Crossings& crossings, const Edge& edge) {
-    const auto& [node, order] = crossings;
+void SeriesLayout::sort_level(std::size_t level) {
+    std::stable_sort(level_nodes[level].begin(), level_nodes[level].end(), NodeByYComparator());
+    level_changed(level);
+}
+
+void SeriesLayout::restore_chain(const Crossings& at, const Edge& edge, std::vector<bool>& grown) {
+    const auto& [node, order] = at;
     NodeSet bends = edge.GetBreakNodesIn(node.GetOwner());
     const int first = first_on_level(order);
     const int last = last_on_level(order, bends.GetCount());
@@ -159,8 +181,11 @@ void SeriesLayout::restore_chain(const Crossings& crossings, const Edge& edge) {
         const NodeInfo old = old_info[bend];
         (*cur_info)[bend] = old;
         if (i % 2 == 0) {
+            const auto level = static_cast<std::size_t>(old.level);
             lengthen_to_hold(old.level);
-            level_nodes[static_cast<std::size_t>(old.level)].push_back(bend);
+            level_nodes[level].push_back(bend);
+            grown.resize(level_nodes.size());
+            grown[level] = true;
             if (i > first) {
                 mark_as_neighbours(bends.GetItem(i - 2), bend, edge);
             }
@@ -187,6 +212,9 @@ void SeriesLayout::restore_chain(const Crossings& crossings, const Edge& edge) {
 // Space   owner-relative
 void SeriesLayout::open_rooms() {
     const std::map<double, double> rooms = find_rooms();
+    if (rooms.empty()) {
+        return;
+    }
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         double below = std::numeric_limits<double>::infinity();
         for (auto n = level_nodes[k].rbegin(); n != level_nodes[k].rend(); ++n) {
@@ -198,6 +226,7 @@ void SeriesLayout::open_rooms() {
                 n->SetPosition(p.x, p.y + std::prev(room)->second);
             }
         }
+        level_changed(k);
     }
 }
 
@@ -206,15 +235,15 @@ std::map<double, double> SeriesLayout::find_rooms() {
     const double least_gap = std::min(node_gap, edge_gap) / 2;
     std::map<double, double> rooms;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
-        for (std::size_t i = 1; i < level_nodes[k].size(); ++i) {
-            const Node& above = level_nodes[k][i - 1];
-            const Node& below = level_nodes[k][i];
-            const double bottom = above.GetPosition().y + _get_height(above);
-            const double y = below.GetPosition().y;
+        const std::vector<Node>& level = level_nodes[k];
+        double bottom = -std::numeric_limits<double>::infinity();
+        for (std::size_t i = 0; i < level.size(); ++i) {
+            const double y = level[i].GetPosition().y;
             if (y < bottom + least_gap) {
-                const double need = bottom + (gap_of(above) + gap_of(below)) / 2 - y;
+                const double need = bottom + (gap_of(level[i - 1]) + gap_of(level[i])) / 2 - y;
                 rooms[y] = std::max(rooms[y], need);
             }
+            bottom = y + _get_height(level[i]);
         }
     }
     double sum = 0;
@@ -228,7 +257,7 @@ std::map<double, double> SeriesLayout::find_rooms() {
 // Makes the chains anew that do not lead to the border: those of edges that have come since, and
 // all on a side where a level was opened or given up at the border.
 //
-// Reads   nodes, old_info, cur_info
+// Reads   nodes, crossings, old_info, cur_info
 // Writes  level_nodes, break nodes, neighbour lists
 // Needs   place_nodes_on_levels
 // Leaves  new bends behind the old nodes of their level
@@ -236,18 +265,21 @@ std::map<double, double> SeriesLayout::find_rooms() {
 void SeriesLayout::renew_crossings() {
     std::vector<Crossings> cut_off;
     std::set<int> gone;
-    for (const Crossings& crossings : old_crossings()) {
-        const StructureIndex::Pairs edges = edges_of(crossings);
+    for (const Crossings& at : crossings) {
+        if (!stood_before(at.node)) {
+            continue;
+        }
+        const StructureIndex::Pairs edges = edges_of(at);
         bool all_reach = true;
         for (const auto& pair : edges) {
-            all_reach = all_reach && reaches_border(crossings, pair.edge);
+            all_reach = all_reach && reaches_border(at, pair.edge);
         }
         if (all_reach) {
             continue;
         }
-        cut_off.push_back(crossings);
+        cut_off.push_back(at);
         for (const auto& pair : edges) {
-            NodeSet bends = pair.edge.GetBreakNodesIn(crossings.node.GetOwner());
+            NodeSet bends = pair.edge.GetBreakNodesIn(at.node.GetOwner());
             for (int i = 0; i < bends.GetCount(); ++i) {
                 gone.insert(bends.GetItem(i).GetID());
             }
@@ -256,16 +288,17 @@ void SeriesLayout::renew_crossings() {
     if (cut_off.empty()) {
         return;
     }
-    for (std::vector<Node>& level : level_nodes) {
-        std::erase_if(level, [&](const Node& n) { return gone.count(n.GetID()) != 0; });
+    for (std::size_t k = 0; k < level_nodes.size(); ++k) {
+        std::erase_if(level_nodes[k], [&](const Node& n) { return gone.count(n.GetID()) != 0; });
+        level_changed(k);
     }
-    for (const Crossings& crossings : cut_off) {
-        insert_dummy_nodes_inout(crossings.node, crossings.order);
+    for (const Crossings& at : cut_off) {
+        insert_dummy_nodes_inout(at.node, at.order);
     }
 }
 
-bool SeriesLayout::reaches_border(const Crossings& crossings, const Edge& edge) {
-    const auto& [node, order] = crossings;
+bool SeriesLayout::reaches_border(const Crossings& at, const Edge& edge) {
+    const auto& [node, order] = at;
     NodeSet bends = edge.GetBreakNodesIn(node.GetOwner());
     const int border = order == ORDER_IN ? 0 : static_cast<int>(level_nodes.size()) - 1;
     const int at_border = order == ORDER_IN ? 0 : bends.GetCount() - 1;
@@ -274,26 +307,25 @@ bool SeriesLayout::reaches_border(const Crossings& crossings, const Edge& edge) 
 
 // Records the chains as parts of the drawing, so that the next run finds them.
 //
-// Reads   nodes, flags, break nodes
+// Reads   crossings, flags, break nodes
 // Writes  is_old of bends in cur_info
 // Needs   the finished drawing
 // Space   none
 void SeriesLayout::mark_crossings() {
-    for (const Node& node : nodes) {
-        if (IsFlagSet(node, NODE_HIDDEN)) {
+    for (const Crossings& at : crossings) {
+        if (IsFlagSet(at.node, NODE_HIDDEN)) {
             continue;
         }
-        for (const Order order : {ORDER_IN, ORDER_OUT}) {
-            for (const auto& pair : edges_of({node, order})) {
-                NodeSet bends = pair.edge.GetBreakNodesIn(node.GetOwner());
-                const int last = last_on_level(order, bends.GetCount());
-                for (int i = first_on_level(order); i <= last; ++i) {
-                    NodeInfo& info = (*cur_info)[bends.GetItem(i)];
-                    info.is_old = info.level >= 0;
-                }
+        for (const auto& pair : edges_of(at)) {
+            NodeSet bends = pair.edge.GetBreakNodesIn(at.node.GetOwner());
+            const int last = last_on_level(at.order, bends.GetCount());
+            for (int i = first_on_level(at.order); i <= last; ++i) {
+                NodeInfo& info = (*cur_info)[bends.GetItem(i)];
+                info.is_old = info.level >= 0;
             }
         }
     }
+    crossings.clear();
 }
 
 } // namespace nurvex

@@ -2,6 +2,7 @@
 
 #include "nurvex7/layout/inc_layout.h"
 
+#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -24,11 +25,13 @@ public:
     int LevelOf(const nurvex7::Node& node) const;
 
 private:
+    /// The edges across the border of the owner at one side of a node.
     struct Crossings {
         nurvex7::Node node;
         nurvex7::Order order;
     };
 
+    void find_crossings();
     void remember_columns();
     void restore_columns();
     void restore_marks();
@@ -40,12 +43,13 @@ private:
 
     std::map<double, double> find_rooms();
     bool stood_before(const nurvex7::Node& node);
-    std::vector<Crossings> old_crossings();
     nurvex7::StructureIndex::Pairs edges_of(const Crossings& crossings);
-    void restore_chain(const Crossings& crossings, const nurvex7::Edge& edge);
-    bool reaches_border(const Crossings& crossings, const nurvex7::Edge& edge);
+    void restore_chain(const Crossings& at, const nurvex7::Edge& edge, std::vector<bool>& grown);
+    bool reaches_border(const Crossings& at, const nurvex7::Edge& edge);
+    void sort_level(std::size_t level);
 
-    nurvex7::LevelTable columns; ///< per run: those of the run before
+    std::vector<Crossings> crossings; ///< per run: of nodes with any, in the order of the nodes
+    nurvex7::LevelTable columns;      ///< per run: those of the run before
 };
 
 } // namespace nurvex

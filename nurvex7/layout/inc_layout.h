@@ -7,6 +7,7 @@
 #include "nurvex7/model/structure_index.h"
 
 #include <climits>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <span>
@@ -242,6 +243,15 @@ protected:
     /// A derived layout sets it where nothing of its own has to hear of an owner before its inside:
     /// nests of any depth are then served without deep calls, as in this class itself.
     bool serves_nests_flat = false;
+
+    /// A derived layout sets it where its own phases leave what the phases share as it is, but for
+    /// the nodes on the levels, and read no neighbours of nodes that stood before. What is looked
+    /// up in a run is then looked up once, as in this class itself, and not by each phase anew.
+    ///
+    /// Duty    such a phase calls level_changed for each level whose nodes it has moved, sorted,
+    ///         added or taken away
+    bool shares_tables = false;
+    void level_changed(std::size_t level);
 
 private:
     class ForceField; // force_adjustment.cpp

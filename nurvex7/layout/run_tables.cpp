@@ -15,10 +15,16 @@
 
 namespace nurvex7 {
 
-// A phase of a derived layout can do anything to what the phases share; so can one of this class
-// that runs a second time after a second Init.
+// A phase of a derived layout can do anything to what the phases share, unless it says what it
+// does; so can one of this class that runs a second time after a second Init.
 bool IncLayout::knows_all_phases() const {
-    return typeid(*this) == typeid(IncLayout) && inits == 1;
+    return (typeid(*this) == typeid(IncLayout) || shares_tables) && inits == 1;
+}
+
+void IncLayout::level_changed(std::size_t level) {
+    if (level < standings.size()) {
+        standings[level].clear();
+    }
 }
 
 // The phases of this class read the neighbours of new nodes, and of what stands on the first and
