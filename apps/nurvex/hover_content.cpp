@@ -59,7 +59,23 @@ void HoverContent::DrawContent(tamsel7::IPainter* painter) {
     if (RecalculateLayout(painter)) {
         RenewView(true);
     }
+    renew_redrawn();
     CContent::DrawContent(painter);
+}
+
+/// Painted over itself, everything would cost more than what is seen of it, and become bolder: what
+/// the handlers have asked for is painted anew in its place. A press shows on leaves only, though
+/// it is answered for the ground as well.
+void HoverContent::renew_redrawn() {
+    forget_what_is_gone();
+    for (const Node& node : std::exchange(redraw_nodes, {})) {
+        if (!IsRoot(node) && node.GetOwned().GetCount() == 0) {
+            renew(node);
+        }
+    }
+    for (const Edge& edge : std::exchange(redraw_edges, {})) {
+        renew(edge);
+    }
 }
 
 // A hidden cluster that is hit stands for the clusters around it, which the hit test leaves out

@@ -46,6 +46,7 @@ protected:
     std::optional<nurvex7::Edge> find_edge_target(int x, int y) const override;
 
 private:
+    void renew_redrawn();
     void renew(const nurvex7::Node& node);
     void renew(const nurvex7::Edge& edge);
     void renew(tamsel7::rectangle<double> area);

@@ -141,6 +141,70 @@ TEST_F(ViewWindowTest, PansZoomsAndFits) {
                                      root.GetSize().width, root.GetSize().height)));
 }
 
+TEST_F(ViewWindowTest, PressesAreSeenAndLeaveNoTraces) {
+    const auto seen = [this] { return view().GetPicture().copy(); };
+    const auto press = [this](QPoint at) {
+        mouse(view(), QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton);
+        settle();
+    };
+    const auto release = [this](QPoint at) {
+        mouse(view(), QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton);
+        settle();
+    };
+    const auto farthest = [](const QImage& a, const QImage& b) {
+        int most = 0;
+        for (int i = 0; i < a.width() * a.height(); ++i) {
+            const QPoint at(i % a.width(), i / a.width());
+            most = std::max(most, std::abs(qGray(a.pixel(at)) - qGray(b.pixel(at))));
+        }
+        return most;
+    };
+    const QPoint port = right_port_of(node("payment"));
+    const QPoint in_cluster = corner_of(node("shop")) + QPoint(4, 40);
+    struct Case {
+        const char* what;
+        std::function<void()> work;
+        bool shows;
+    };
+    const Case cases[] = {
+        {"a click on the ground",
+         [&] {
+             click({5, 5});
+         },
+         false},
+        {"a click on the ground of a cluster", [&] { click(in_cluster); }, false},
+        {"a press of a port", [&] { press(port); }, true},
+        {"its release elsewhere",
+         [&] {
+             release({5, 5});
+         },
+         true},
+        {"a click on a node", [&] { click(middle_of(node("mail"))); }, true},
+        {"a pan",
+         [&] {
+             press({5, 5});
+             mouse(view(), QEvent::MouseMove, {65, 45}, Qt::NoButton, Qt::LeftButton);
+             settle();
+         },
+         true},
+        {"the end of a pan",
+         [&] {
+             release({65, 45});
+         },
+         false},
+    };
+    for (const Case& c : cases) {
+        const QImage before = seen();
+        c.work();
+        const QImage after = seen();
+        EXPECT_EQ(after != before, c.shows) << c.what;
+        view().GetViewer().RenewView(true);
+        settle();
+        // A slanting line that was moved with its surroundings may be rounded otherwise.
+        EXPECT_LE(farthest(seen(), after), 1) << c.what;
+    }
+}
+
 TEST_F(ViewWindowTest, RectanglesZoomAndSelect) {
     view().SetDragMode(GraphView::DragMode::PAN);
     drag(view(), {5, 5}, {95, 75}); // so that pixels are no graph coordinates
