@@ -41,6 +41,25 @@ double png_limit(QSizeF size) {
     throw Failure(EXIT_FILES, path + ": " + what);
 }
 
+/// Writes all that it is given or fails. By itself a file takes what still fits on a full disk and
+/// gives its size, which nobody asks for on the way through a writer of pictures.
+class WholeFile final : public QSaveFile {
+public:
+    using QSaveFile::QSaveFile;
+
+protected:
+    qint64 writeData(const char* data, qint64 size) override {
+        for (qint64 done = 0; done < size;) {
+            const qint64 taken = QSaveFile::writeData(data + done, size - done);
+            if (taken <= 0) {
+                return -1;
+            }
+            done += taken;
+        }
+        return size;
+    }
+};
+
 } // namespace
 
 PictureFile::PictureFile(const std::string& given_path)
@@ -180,8 +199,8 @@ void PictureFile::save(const QByteArray& content) {
 }
 
 void PictureFile::save_by(const std::function<void(QIODevice&)>& write) {
-    written = std::make_unique<QSaveFile>(QString::fromStdString(path));
-    if (!written->open(QIODevice::WriteOnly)) {
+    written = std::make_unique<WholeFile>(QString::fromStdString(path));
+    if (!written->open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         fail_to_write();
     }
     write(*written);

@@ -11,8 +11,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <string>
+#include <sys/resource.h>
 
 namespace {
 
@@ -189,6 +191,33 @@ TEST_F(NurvexTest, AFailureLeavesWhatWasThere) {
     EXPECT_TRUE(outcome.error.startsWith("bad.txt:5: ")) << outcome.error.toStdString();
     EXPECT_EQ(read("old.svg"), "the older picture");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden), before);
+}
+
+// A file that may not grow is like a full disk: what still fits is written.
+TEST_F(NurvexTest, AFullDiskLeavesWhatWasThere) {
+    QByteArray graph = "many captions\n[nodes]\n";
+    for (int i = 1; i < 700; ++i) {
+        graph += QByteArray::number(i) + " \"" + QByteArray::number(i * i) + "\" 0 0\n";
+    }
+    write("many.txt", graph);
+    for (const QString name : {"old.svg", "old.png", "old.pdf"}) {
+        SCOPED_TRACE(name.toStdString());
+        draw({"many.txt", "-o", name, "--scale", "0.5"});
+        const QByteArray older = read(name);
+        const QStringList before = QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden);
+        const auto limit = static_cast<rlim_t>(older.size() / 2);
+        const Outcome outcome =
+            run({"draw", "many.txt", "-o", name, "--dark", "--scale", "0.5"}, {}, [limit] {
+                const struct rlimit most = {limit, limit};
+                setrlimit(RLIMIT_FSIZE, &most);
+                std::signal(SIGXFSZ, SIG_IGN);
+            });
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_TRUE(outcome.error.contains(name + ": cannot be written: File too large"))
+            << outcome.error.toStdString();
+        EXPECT_EQ(read(name), older);
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden), before);
+    }
 }
 
 TEST_F(NurvexTest, CheckTellsFaultsByLineOrTheSizeOfTheGraph) {

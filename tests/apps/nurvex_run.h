@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <ostream>
 
 /// What a run of the program leaves with whoever started it.
@@ -35,8 +36,11 @@ protected:
         return file.readAll();
     }
 
-    Outcome run(const QStringList& words, const QByteArray& input = {}) const {
+    /// `arrange` runs in the process that becomes the program.
+    Outcome run(const QStringList& words, const QByteArray& input = {},
+                const std::function<void()>& arrange = {}) const {
         QProcess process;
+        process.setChildProcessModifier(arrange);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(name);
