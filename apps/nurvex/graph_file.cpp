@@ -7,12 +7,13 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
-#include <sstream>
+#include <istream>
 #include <streambuf>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace nurvex {
 
@@ -23,10 +24,57 @@ namespace {
 
 constexpr const char* STANDARD_INPUT = "-";
 
-std::string read_all(std::istream& in) {
-    std::ostringstream content;
-    content << in.rdbuf();
-    return std::move(content).str();
+/// A file that is open for reading.
+class Descriptor {
+public:
+    explicit Descriptor(const std::string& name)
+        : number(open(name.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (number >= 0) {
+            close(number);
+        }
+    }
+
+    const int number; ///< below zero where the file cannot be opened
+};
+
+[[noreturn]] void fail_to_read(const std::string& name, int error, const std::string& advice) {
+    throw Failure(EXIT_FILES, name + ": cannot be read: " + std::strerror(error) + "; " + advice);
+}
+
+/// The next piece of a file, at its end. False where there is none.
+bool read_piece(const std::string& name, int from, std::string& content) {
+    constexpr std::size_t piece = 1 << 16;
+    const std::size_t before = content.size();
+    content.resize(before + piece);
+    ssize_t size = -1;
+    do {
+        size = read(from, content.data() + before, piece);
+    } while (size < 0 && errno == EINTR);
+    if (size < 0) {
+        const int error = errno;
+        fail_to_read(name, error,
+                     before > 0 ? std::to_string(before) +
+                                      " bytes of it came, the rest is missing; try again, or take "
+                                      "another copy"
+                                : "name a file that holds a text graph");
+    }
+    content.resize(before + static_cast<std::size_t>(size));
+    return size > 0;
+}
+
+// A stream would not do: what its buffer meets on the way, it gives out as the end of the file.
+std::string read_all(const std::string& name, int from) {
+    std::string content;
+    struct stat about {};
+    if (fstat(from, &about) == 0 && S_ISREG(about.st_mode)) {
+        content.reserve(static_cast<std::size_t>(about.st_size) + (1 << 16));
+    }
+    while (read_piece(name, from, content)) {
+    }
+    return content;
 }
 
 std::string read_file(const std::string& name) {
@@ -34,15 +82,11 @@ std::string read_file(const std::string& name) {
     if (std::filesystem::is_directory(name, ignored)) {
         throw Failure(EXIT_FILES, name + ": is a directory; name a text graph in it");
     }
-    errno = 0;
-    std::ifstream in(name, std::ios::binary);
-    std::string content = in ? read_all(in) : std::string();
-    if (!in) {
-        const std::string reason = errno != 0 ? std::strerror(errno) : "read error";
-        throw Failure(EXIT_FILES, name + ": cannot be read: " + reason +
-                                      "; check the name and the permissions");
+    const Descriptor file(name);
+    if (file.number < 0) {
+        fail_to_read(name, errno, "check the name and the permissions");
     }
-    return content;
+    return read_all(name, file.number);
 }
 
 /// Lets a stream read a text where it stands, since graphs can be large and a string stream copies.
@@ -79,7 +123,8 @@ private:
 
 GraphFile::GraphFile(const std::string& given_name)
     : name(given_name == STANDARD_INPUT ? "standard input" : given_name),
-      content(given_name == STANDARD_INPUT ? read_all(std::cin) : read_file(given_name)) {}
+      content(given_name == STANDARD_INPUT ? read_all(name, STDIN_FILENO) : read_file(given_name)) {
+}
 
 std::vector<Fault> GraphFile::find_faults(GraphSize* size, const Progress& progress) const {
     TextSource source(content, progress);

@@ -13,8 +13,10 @@
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <string>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -218,6 +220,37 @@ TEST_F(NurvexTest, AFullDiskLeavesWhatWasThere) {
         EXPECT_EQ(read(name), older);
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden), before);
     }
+}
+
+TEST_F(NurvexTest, WhatCannotBeReadIsNoEndOfTheFile) {
+    write("old.svg", "the older picture");
+    const struct {
+        const char* shows;
+        const char* file;
+        std::function<void()> arrange;
+        const char* told;
+        int code;
+    } cases[] = {
+        {"a directory", "-",
+         [] {
+             close(0);
+             open("/", O_RDONLY);
+         },
+         "standard input: cannot be read: Is a directory; ", 1},
+        {"a closed input", "-", [] { close(0); },
+         "standard input: cannot be read: Bad file descriptor; ", 1},
+        {"a read error", "/proc/self/mem", {}, "/proc/self/mem: cannot be read: Input/output ", 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.shows);
+        for (const QStringList& words :
+             {QStringList{"check", c.file}, {"draw", c.file, "-o", "old.svg"}}) {
+            const Outcome outcome = run(words, {}, c.arrange);
+            EXPECT_EQ(outcome.code, c.code);
+            EXPECT_TRUE(outcome.error.contains(c.told)) << outcome.error.toStdString();
+            EXPECT_EQ(outcome.out, "");
+        }
+    }
+    EXPECT_EQ(read("old.svg"), "the older picture");
 }
 
 TEST_F(NurvexTest, CheckTellsFaultsByLineOrTheSizeOfTheGraph) {
