@@ -355,10 +355,13 @@ void TextGraphCheck::check_whole() {
                   carriage_count == 1 ? " line" : " lines",
                   ", this one first; save the file with newlines alone");
     }
-    if (line > 0 && nodes_header == 0) {
+    if (line == 0) {
+        report_at(1, "the file is empty; put a title on its first line, [nodes] on the second, and "
+                     "the nodes below that");
+    } else if (nodes_header == 0) {
         report_at(1, "the file has no [nodes] section, so it describes no graph; put [nodes] on a "
                      "line below the first, and the nodes below that");
-    } else if (line > 0 && !has_node_lines) {
+    } else if (!has_node_lines) {
         report_at(nodes_header, "no section of nodes holds a node; add some below this header");
     }
     check_loose_ends();

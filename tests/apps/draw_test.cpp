@@ -239,7 +239,8 @@ TEST_F(NurvexTest, WhatCannotBeReadIsNoEndOfTheFile) {
          "standard input: cannot be read: Is a directory; ", 1},
         {"a closed input", "-", [] { close(0); },
          "standard input: cannot be read: Bad file descriptor; ", 1},
-        {"a read error", "/proc/self/mem", {}, "/proc/self/mem: cannot be read: Input/output ", 1}};
+        {"a read error", "/proc/self/mem", {}, "/proc/self/mem: cannot be read: Input/output ", 1},
+        {"an empty input", "-", {}, "standard input:1: the file is empty; put ", 2}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.shows);
         for (const QStringList& words :

@@ -40,7 +40,7 @@ TEST(GraphCheck, NamesTheLinesAtFault) {
         std::string text;
         std::string faults; ///< line and words of the message, parted by bars
     } const cases[] = {
-        {"an empty file", "", ""},
+        {"an empty file", "", "1 the file is empty"},
         {"nodes, edges and types",
          with_nodes("[types]\nanything x] \"\n[edges]\n1 2 \"e\"\n2 2 \"\" more\n"), ""},
         {"owners in any order", "t\n[clusters]\n1 \"a\" -7 2\n\n[nodes]\n2 \"C\" 0 0\n", ""},
