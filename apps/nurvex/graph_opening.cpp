@@ -2,16 +2,14 @@
 
 #include "apps/nurvex/failure.h"
 #include "apps/nurvex/graph_file.h"
+#include "apps/nurvex/waiting.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 #include "nurvex7/platform/tamsel7/painter.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QFontMetrics>
-#include <QLabel>
-#include <QProgressDialog>
+#include <QWidget>
 
 #include <algorithm>
 #include <cstddef>
@@ -22,64 +20,8 @@ using namespace nurvex7;
 
 namespace {
 
-constexpr int DIALOGUE_AFTER = 500; ///< milliseconds
-constexpr int DIALOGUE_WIDTH = 360; ///< pixel
-constexpr int NAME_WIDTH = 260;     ///< of the file in it, pixel
-constexpr int PAUSE_EVERY = 40;     ///< milliseconds
+constexpr int NAME_WIDTH = 260; ///< of the file in the dialogue, pixel
 constexpr std::size_t FAULTS_SHOWN = 8;
-
-/// Lets the dialogue live while something takes long.
-class Waiting {
-public:
-    explicit Waiting(QWidget* window)
-        : dialogue(QString(), QStringLiteral("Cancel"), 0, WHOLE, window) {
-        dialogue.setWindowTitle(QStringLiteral("nurvex"));
-        auto* const told = new QLabel(&dialogue);
-        told->setTextFormat(Qt::PlainText); // a file may be called what looks like markup
-        dialogue.setLabel(told);
-        dialogue.setWindowModality(Qt::ApplicationModal);
-        dialogue.setMinimumDuration(DIALOGUE_AFTER);
-        dialogue.setMinimumWidth(DIALOGUE_WIDTH);
-        dialogue.setAutoReset(false);
-        dialogue.setValue(0);
-        clock.start();
-    }
-
-    /// What is done from now on, and up to where it fills the bar.
-    void Begin(const QString& what, double until) {
-        dialogue.setLabelText(what);
-        begin = end;
-        end = until;
-        show(0);
-    }
-
-    /// `part` of the stage is done. Not more often shown than the eye can follow.
-    void Pause(double part) {
-        if (clock.elapsed() >= PAUSE_EVERY) {
-            show(part);
-        }
-    }
-
-private:
-    static constexpr int WHOLE = 1000;
-
-    void show(double part) {
-        clock.restart();
-        const double all = begin + std::min(1.0, part) * (end - begin);
-        dialogue.setValue(std::min(WHOLE - 1, static_cast<int>(all * WHOLE)));
-        // Until the dialogue is up, nothing keeps input from the window.
-        QApplication::processEvents(dialogue.isVisible() ? QEventLoop::AllEvents
-                                                         : QEventLoop::ExcludeUserInputEvents);
-        if (dialogue.wasCanceled()) {
-            throw OpeningCancelled();
-        }
-    }
-
-    QProgressDialog dialogue;
-    QElapsedTimer clock;
-    double begin = 0;
-    double end = 0;
-};
 
 int count_owners(const Graph& graph) {
     int owners = 1;
@@ -128,25 +70,28 @@ graph_ptr2<ViewLayout> lay_out(const graph_ptr2<Graph>& graph, const Spacing& sp
 
 /// The first repaint of a large graph takes seconds for what later ones find done. Here the
 /// dialogue still tells why nothing is to be seen.
-void prepare_first_paint(const graph_ptr2<Graph>& graph) {
+void prepare_first_paint(const graph_ptr2<Graph>& graph, Waiting& waiting) {
     MarkDrawnIn(graph);
+    waiting.Pause(0.3);
     const auto corner = graph->GetRoot().GetPosition();
     graph->HitNodeTest(corner.x, corner.y, corner.x, corner.y);
+    waiting.Pause(0.5);
     graph->HitEdgeTest(corner.x, corner.y, corner.x, corner.y);
+    waiting.Pause(1);
 }
 
 } // namespace
 
 graph_ptr2<ViewLayout> LayOut(const graph_ptr2<Graph>& graph, const Spacing& spacing,
                               tamsel7::IPainter* painter, QWidget* window) {
-    Waiting waiting(window);
+    Waiting waiting(window, Waiting::Offer::CANCEL);
     waiting.Begin(QStringLiteral("Laying out\u2026"), 1);
     return lay_out(graph, spacing, painter, waiting);
 }
 
 OpenedGraph OpenGraphFile(const QString& path, const ViewStyle& style, const Spacing& spacing,
                           tamsel7::IPainter* painter, QWidget* window) {
-    Waiting waiting(window);
+    Waiting waiting(window, Waiting::Offer::CANCEL);
     const QString name =
         window->fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, NAME_WIDTH);
     waiting.Begin(QStringLiteral("Checking %1\u2026").arg(name), 0.1);
@@ -160,7 +105,7 @@ OpenedGraph OpenGraphFile(const QString& path, const ViewStyle& style, const Spa
     opened.layout = lay_out(opened.graph, spacing, painter, waiting);
     opened.milliseconds = opened.layout->TakeMilliseconds();
     waiting.Begin(QStringLiteral("Preparing the view of %1\u2026").arg(name), 1);
-    prepare_first_paint(opened.graph);
+    prepare_first_paint(opened.graph, waiting);
     return opened;
 }
 

@@ -25,21 +25,25 @@ private:
 
 ViewLayout::ViewLayout(const Spacing& spacing)
     : SeriesLayout(spacing.level_gap, spacing.node_gap, spacing.edge_gap, spacing.edge_margin) {
-    pause_between(make_phases);
+    count_between(make_phases);
 }
 
-void ViewLayout::pause_between(std::vector<phase_t>& phases) {
+void ViewLayout::count_between(std::vector<phase_t>& phases) {
     std::vector<phase_t> mixed;
     for (const phase_t phase : phases) {
-        mixed.push_back(static_cast<phase_t>(&ViewLayout::let_others_run));
+        mixed.push_back(static_cast<phase_t>(&ViewLayout::count_step));
         mixed.push_back(phase);
     }
     phases = mixed;
 }
 
-void ViewLayout::let_others_run() {
+void ViewLayout::count_step() {
+    ++steps_done;
+}
+
+void ViewLayout::checkpoint() {
     if (pause) {
-        pause(steps_done++);
+        pause(steps_done);
     }
 }
 

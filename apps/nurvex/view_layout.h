@@ -13,8 +13,8 @@ namespace nurvex {
 /// being opened, lets others have their turn.
 class ViewLayout : public SeriesLayout {
 public:
-    /// Called before each step of a layout, with the number of steps that are done. What it throws
-    /// ends the layout; the graph is not to be used any more then.
+    /// Called some times in a second while a layout is at work, with the number of its steps that
+    /// are done. What it throws ends the layout; the graph has to be laid out anew then.
     using Pause = std::function<void(int)>;
 
     explicit ViewLayout(const Spacing& spacing);
@@ -33,8 +33,9 @@ public:
 private:
     class Stopwatch;
 
-    void let_others_run();
-    void pause_between(std::vector<phase_t>& phases);
+    void checkpoint() override;
+    void count_step();
+    void count_between(std::vector<phase_t>& phases);
 
     Pause pause;
     int depth = 0;

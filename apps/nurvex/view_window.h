@@ -88,6 +88,7 @@ private:
     void ask_spacing();
     void after_step(FoldHistory::Drawing drawing);
     void after_change(const std::optional<nurvex7::Node>& kept);
+    void refresh_waiting(const std::optional<nurvex7::Node>& kept);
 
     void follow_palette();
     void update_status();

@@ -3,6 +3,7 @@
 #include "apps/nurvex/picture_file.h"
 #include "apps/nurvex/view_picture.h"
 #include "apps/nurvex/view_window.h"
+#include "apps/nurvex/waiting.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -44,7 +45,7 @@ bool ViewWindow::Open(const QString& file) {
         const QScopedValueRollback mark(opening, true);
         show_opened(OpenGraphFile(absolute, style, spacing, view->GetPainter(), this), absolute);
         return true;
-    } catch (const OpeningCancelled&) {
+    } catch (const Cancelled&) {
         statusBar()->showMessage(QStringLiteral("Not opened."), 5000);
     } catch (const std::exception& failure) {
         tell(QStringLiteral("The file was not opened"), QString::fromUtf8(failure.what()));

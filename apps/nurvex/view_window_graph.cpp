@@ -2,9 +2,11 @@
 #include "apps/nurvex/spacing_dialog.h"
 #include "apps/nurvex/starts.h"
 #include "apps/nurvex/view_window.h"
+#include "apps/nurvex/waiting.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QStatusBar>
 
@@ -120,8 +122,29 @@ void ViewWindow::after_step(FoldHistory::Drawing drawing) {
 }
 
 void ViewWindow::after_change(const std::optional<Node>& kept) {
-    view->Refresh(kept);
+    constexpr int LARGE = 20'000; // a smaller graph is laid out before anybody waits
+    if (nodes < LARGE) {
+        view->Refresh(kept);
+    } else {
+        refresh_waiting(kept);
+    }
     count();
+}
+
+/// With a dialogue that lets the window live. There is nothing to cancel: what was drawn before is
+/// not drawn any more.
+void ViewWindow::refresh_waiting(const std::optional<Node>& kept) {
+    const QScopedValueRollback mark(opening, true);
+    Waiting waiting(this, Waiting::Offer::NOTHING);
+    waiting.Begin(QStringLiteral("Laying out\u2026"), 1);
+    HoverContent& content = view->GetContent();
+    content.SetHeld(true); // a repaint meanwhile would lay out inside this layout
+    layout->SetPause([&waiting](int) { waiting.Pause(0); });
+    const auto go_on = qScopeGuard([&] {
+        layout->SetPause({});
+        content.SetHeld(false);
+    });
+    view->Refresh(kept);
 }
 
 // Selection
@@ -234,7 +257,7 @@ void ViewWindow::SetSpacing(const Spacing& chosen) {
     try {
         layout = LayOut(graph, chosen, view->GetPainter(), this);
         spacing = chosen;
-    } catch (const OpeningCancelled&) {
+    } catch (const Cancelled&) {
         graph->SetDefaultLayout(layout);
         graph->GetRoot().MakeLayout();
     }

@@ -29,6 +29,7 @@ void IncLayout::calculate_x_coords() {
     double max_bottom = 0;
     for (std::size_t k = 1; k + 1 < level_nodes.size(); ++k) {
         x = place_column(k, x, placing);
+        count_steps(level_nodes[k].size());
         max_bottom = std::max(max_bottom, placing.bottom + node_gap);
     }
     place_edges_beside(placing);
@@ -161,6 +162,7 @@ void IncLayout::place_edges_beside(const Placing& placing) {
         const PlacedNode* const tail = e.leaves_tail && !e.head_hidden ? at_end(e.tail) : nullptr;
         const PlacedNode* const head = e.enters_head && !e.tail_hidden ? at_end(e.head) : nullptr;
         place_edge_beside(edges, e, tail, head);
+        count_steps(1);
     };
     for_each_ahead(all.size(), place, [&](std::size_t i) {
         BreakNodes::PrefetchPlaces(all[i].run);

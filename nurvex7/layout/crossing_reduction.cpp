@@ -50,6 +50,7 @@ void IncLayout::forward_barycentric_adjust() {
     sweep([this](Ordinals& levels) {
         for (std::size_t k = 2; k + 1 < level_nodes.size(); ++k) {
             levels.sort(k, ORDER_IN);
+            count_steps(level_nodes[k].size());
         }
     });
 }
@@ -58,6 +59,7 @@ void IncLayout::backward_barycentric_adjust() {
     sweep([this](Ordinals& levels) {
         for (std::size_t above = level_nodes.size(); above > 3; --above) {
             levels.sort(above - 3, ORDER_OUT);
+            count_steps(level_nodes[above - 3].size());
         }
     });
 }

@@ -316,18 +316,22 @@ void IncLayout::force_adjust() {
     const std::size_t last = level_nodes.size() - 2;
     for (std::size_t k = 1; k <= last; ++k) {
         levels.push_back(field.add(level_nodes[k].begin(), level_nodes[k].end()));
+        count_steps(level_nodes[k].size());
     }
     field.gather_neighbours(/*old_only=*/false);
     for (std::size_t k = 2; k <= last; ++k) {
         field.adjust(levels[k], DEPEND_ON_IN, false, -DBL_MAX, DBL_MAX);
+        count_steps(level_nodes[k].size());
     }
     if (use_force_adjust) {
         for (std::size_t k = last - 1; k >= 1; --k) {
             field.adjust(levels[k], DEPEND_ON_OUT, false, -DBL_MAX, DBL_MAX);
+            count_steps(level_nodes[k].size());
         }
     }
     for (std::size_t k = last - 1; k >= 1; --k) {
         field.straighten_dummy_runs(levels[k]);
+        count_steps(level_nodes[k].size());
     }
     field.store();
 }

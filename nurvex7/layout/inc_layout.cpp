@@ -132,9 +132,20 @@ void IncLayout::Resize(Node owner) {
 
 void IncLayout::run(const std::vector<phase_t>& phases) {
     for (const phase_t phase : phases) {
+        checkpoint();
         (this->*phase)();
     }
     drop_run();
+}
+
+// So many nodes take some tens of milliseconds.
+void IncLayout::count_steps(std::size_t steps) {
+    constexpr std::size_t BETWEEN_CHECKPOINTS = 16384;
+    steps_uncounted += steps;
+    if (steps_uncounted >= BETWEEN_CHECKPOINTS) {
+        steps_uncounted = 0;
+        checkpoint();
+    }
 }
 
 } // namespace nurvex7

@@ -253,6 +253,11 @@ protected:
     bool shares_tables = false;
     void level_changed(std::size_t level);
 
+    /// Called before each phase and now and then in its midst. A derived layout may let others have
+    /// their turn here, or end the run by throwing; the owner has to be laid out anew then. It must
+    /// not touch the graph.
+    virtual void checkpoint() {}
+
 private:
     class ForceField; // force_adjustment.cpp
 
@@ -271,6 +276,7 @@ private:
     };
 
     void run(const std::vector<phase_t>& phases);
+    void count_steps(std::size_t steps);
     bool knows_all_phases() const;
 
     // How runs nest (nested_runs.cpp)
@@ -319,6 +325,7 @@ private:
     std::vector<Join> joins;            ///< per Make: all neighbours, where phases read no lists
     bool collects_joins = false;        ///< per Make
     int inits = 0;                      ///< calls of Init
+    std::size_t steps_uncounted = 0;    ///< since the last checkpoint, in nodes
     bool joins_chains = false;          ///< for who looks at the neighbour lists from outside
     int remembered_id = NOBODY; ///< the owner that old_info is of, or was until it was cleared
     int served_id = NOBODY;     ///< the owner whose inside has been served already

@@ -53,8 +53,10 @@ bool IncLayout::passed_over(const Node& node) const {
 namespace {
 
 // Depth first, children before parents: the order in which a component lists its nodes decides ties
-// further on. The walk keeps its own stack, as the path can be as long as the graph is large.
-void _collect_component(LevelGraph& graph, int start, std::vector<Node>& component) {
+// further on. The walk keeps its own stack, as the path can be as long as the graph is large. Calls
+// `step` for each node.
+template <typename F>
+void _collect_component(LevelGraph& graph, int start, std::vector<Node>& component, F step) {
     struct Frame {
         int node;
         std::size_t next;
@@ -64,6 +66,7 @@ void _collect_component(LevelGraph& graph, int start, std::vector<Node>& compone
         graph.mark_visited(i, true);
         component.push_back(graph.node_at(i));
         open.push_back(Frame{i, 0});
+        step();
     };
     enter(start);
     while (!open.empty()) {
@@ -97,7 +100,7 @@ void IncLayout::find_connectivity_components(std::vector<Node>* list,
         for (const int i : numbers) {
             if (!graph.passed_over(i) && !graph.is_visited(i)) {
                 components->emplace_back();
-                _collect_component(graph, i, components->back());
+                _collect_component(graph, i, components->back(), [this] { count_steps(1); });
             }
         }
     });
@@ -105,13 +108,14 @@ void IncLayout::find_connectivity_components(std::vector<Node>* list,
 
 void IncLayout::collect_connectivity_component(Node start, std::vector<Node>* component) {
     with_level_graph({start}, [&](LevelGraph& graph) {
-        _collect_component(graph, graph.number_of(start), *component);
+        _collect_component(graph, graph.number_of(start), *component, [this] { count_steps(1); });
     });
 }
 
 void IncLayout::enumerate_connectivity_component(std::vector<Node>* component) {
     with_level_graph(*component, [&](LevelGraph& graph) {
-        graph.get_enumeration().number_all(graph.numbers_of(*component));
+        graph.get_enumeration().number_all(graph.numbers_of(*component),
+                                           [this] { count_steps(1); });
     });
 }
 

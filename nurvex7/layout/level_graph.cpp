@@ -155,7 +155,9 @@ LevelEnumeration::LevelEnumeration(LevelGraph& of)
     : graph(of), members(static_cast<std::size_t>(of.get_count())),
       edges(static_cast<std::size_t>(of.get_edge_count())) {}
 
-void LevelEnumeration::number_all(const std::vector<int>& component) {
+void LevelEnumeration::number_all(const std::vector<int>& component,
+                                  const std::function<void()>& step) {
+    count_step = &step;
     nodes = &component;
     left = static_cast<int>(component.size());
     front = 0;
@@ -174,7 +176,11 @@ void LevelEnumeration::number_all(const std::vector<int>& component) {
         }
     };
     for_each_ahead(
-        component.size(), [&](std::size_t turn) { collect(component[turn]); },
+        component.size(),
+        [&](std::size_t turn) {
+            collect(component[turn]);
+            step();
+        },
         [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_handle(e); }); },
         [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_edge(e); }); },
         [&](std::size_t t) { ask_for_edges(t, [&](int e) { graph.ask_for_record(e); }); });
@@ -284,6 +290,7 @@ int LevelEnumeration::take_best() {
 void LevelEnumeration::finish(int i, int number) {
     at(i).order = number;
     --left;
+    (*count_step)();
     for (const std::span<const Link> answer : {graph.parents_of(i), graph.children_of(i)}) {
         for (const Link& link : answer) {
             EdgeEnds& ends = ends_of(link.edge);

@@ -4,6 +4,7 @@
 #include "nurvex7/model/structure_index.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <utility>
@@ -132,8 +133,8 @@ public:
     /// Room for all components of a graph; each is numbered for itself.
     explicit LevelEnumeration(LevelGraph& of);
 
-    /// Sets the order of every node of a component.
-    void number_all(const std::vector<int>& component);
+    /// Sets the order of every node of a component; calls `step` some times for each.
+    void number_all(const std::vector<int>& component, const std::function<void()>& step);
 
 private:
     using Link = LevelGraph::Link;
@@ -176,7 +177,8 @@ private:
     LevelGraph& graph;
     std::vector<Member> members;
     std::vector<EdgeEnds> edges;
-    const std::vector<int>* nodes = nullptr; ///< of the component at work, by turn
+    const std::vector<int>* nodes = nullptr;           ///< of the component at work, by turn
+    const std::function<void()>* count_step = nullptr; ///< likewise
     int front = 0;
     int back = 0;
     int left = 0; ///< nodes without a number

@@ -227,7 +227,11 @@ void IncLayout::place_new_nodes() {
         }
     };
     for_each_ahead(
-        touched.size(), [&](std::size_t turn) { place_if_new(edges, touched[turn]); },
+        touched.size(),
+        [&](std::size_t turn) {
+            place_if_new(edges, touched[turn]);
+            count_steps(1);
+        },
         [&](std::size_t turn) { ask_edges(turn, [](const Edge& edge) { prefetch(&edge); }); },
         [&](std::size_t turn) {
             ask_edges(turn, [](const Edge& edge) { prefetch(edge.get_impl().get()); });

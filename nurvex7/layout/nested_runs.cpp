@@ -93,6 +93,7 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
     std::vector<Frame> open;
     open.push_back(Frame{owner, owner.GetOwned(), 0});
     while (!open.empty()) {
+        count_steps(1);
         Frame& frame = open.back();
         if (frame.next < frame.owned.GetCount()) {
             Node inner = frame.owned.GetItem(frame.next++);

@@ -406,6 +406,37 @@ TEST_F(ViewWindowTest, OpensWhereADrawingBegins) {
     EXPECT_GT(frame.red(), frame.green() + 80);
 }
 
+// A large graph is not laid out in one go: the window has its turn in between, and draws nothing
+// of what is half done.
+TEST_F(ViewWindowTest, LivesWhileALargeGraphIsLaidOutAgain) {
+    QByteArray text("large\n[nodes]\n");
+    QByteArray edges("[edges]\n");
+    for (int i = 1; i <= 25'000; ++i) {
+        const QByteArray id = QByteArray::number(i);
+        text += id + " \"n" + id + "\" 1 0\n";
+        edges += i > 1 ? QByteArray::number(i / 2) + " " + id + " \"\"\n" : QByteArray();
+    }
+    write("large.txt", text + edges);
+    ASSERT_TRUE(window.Open(file("large.txt")));
+    settle();
+    int turns = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, [&] {
+        if (window.findChild<QProgressDialog*>() != nullptr) {
+            ++turns;
+            view().grab();
+            EXPECT_FALSE(window.Open(file("shop.txt"))) << "one after the other";
+        }
+    });
+    other.start(0);
+    act("show_starts");
+    act("show_all");
+    other.stop();
+    EXPECT_GE(turns, 2) << "one for each at least, as soon as it begins";
+    EXPECT_EQ(view().GetGraph()->GetRoot().GetOwned().GetCount(), 25'000);
+    EXPECT_TRUE(window.Open(file("shop.txt")));
+}
+
 TEST_F(ViewWindowTest, AnOpeningCanBeCancelledInEachStage) {
     const QPoint stands = corner_of(node("payment"));
     for (const char* stage : {"Checking", "Reading", "Laying out", "Preparing"}) {

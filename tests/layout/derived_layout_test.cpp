@@ -1,6 +1,7 @@
 // What a layout that derives from IncLayout can do with the phases: put one of its own between
 // them, replace one, and call them.
 #include "nurvex7/layout/inc_layout.h"
+#include "nurvex7/model/folding.h"
 #include "tests/support/drawing.h"
 #include "tests/support/random_graph.h"
 #include "tests/support/test_graph.h"
@@ -8,7 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -95,6 +99,94 @@ TEST(DerivedLayout, OfNestsDrawsWhatItsBaseDraws) {
             EXPECT_EQ(layout.made, 41) << "once for each node and the root";
         }
     }
+}
+
+/// Ends the run at one of its checkpoints.
+class Impatient : public IncLayout {
+public:
+    struct Ended {};
+
+    int patience = -1; ///< for so many checkpoints; below 0 for all
+    int seen = 0;
+
+private:
+    void checkpoint() override {
+        ++seen;
+        if (patience >= 0 && seen > patience) {
+            throw Ended();
+        }
+    }
+};
+
+// Whatever a run has come to when it is ended, a Make draws as if there had been none: from the
+// same places, as a node without neighbours goes by where it stood.
+TEST(DerivedLayout, MayEndARunAtACheckpoint) {
+    const auto prepare = [](TestGraph& g, bool update) {
+        grow(g, 4, shape_of_seed(4, 60));
+        g.make();
+        if (update) {
+            std::mt19937 random(1);
+            change(g, random, 8);
+        }
+    };
+    const auto make_from_zero = [](TestGraph& g) {
+        for (Node node : g.nodes()) {
+            node.SetPosition(0, 0);
+        }
+        g.make();
+    };
+    const auto columns_of = [](const TestGraph& g) {
+        std::vector<double> all;
+        for (const Node& node : g.nodes()) {
+            all.push_back(IsFlagSet(node, NODE_HIDDEN) ? 0 : node.GetPosition().x);
+        }
+        return all;
+    };
+    for (const bool update : {false, true}) {
+        TestGraph base;
+        prepare(base, update);
+        make_from_zero(base);
+        int patience = 0;
+        for (bool ended = true; ended; ++patience) {
+            SCOPED_TRACE(std::to_string(patience) + (update ? " of Update" : " of Make"));
+            Impatient layout;
+            TestGraph g;
+            g.use_layout(layout);
+            prepare(g, update);
+            layout.seen = 0;
+            layout.patience = patience;
+            ended = false;
+            try {
+                update ? g.update(g.root()) : g.make();
+            } catch (const Impatient::Ended&) {
+                ended = true;
+            }
+            layout.patience = -1;
+            make_from_zero(g);
+            if (update) {
+                ASSERT_EQ(columns_of(g), columns_of(base)); // all may stand higher or lower
+            } else {
+                ASSERT_EQ(drawing_text(g), drawing_text(base));
+            }
+        }
+        EXPECT_GE(patience, 8) << "one for each phase";
+    }
+}
+
+// A phase that takes long lets others have their turn in its midst.
+TEST(DerivedLayout, IsAskedInTheMidstOfLongPhases) {
+    Impatient layout;
+    TestGraph g;
+    g.use_layout(layout);
+    std::vector<Node> nodes;
+    for (int i = 0; i < 40'000; ++i) {
+        nodes.push_back(g.graph->GetRoot().AddNode());
+        if (i > 0) {
+            nodes[static_cast<std::size_t>(i / 2)].LinkTo(nodes.back());
+        }
+    }
+    g.make();
+    EXPECT_GT(layout.seen, 7 + 10);
 }
 
 } // namespace
