@@ -1,10 +1,14 @@
 // An Update after a small change, as a share of the full layout of the same graph in the same run.
 
+#include "apps/nurvex/series_layout.h"
 #include "nurvex7/model/folding.h"
 
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstddef>
+#include <memory>
+#include <utility>
 
 #include "families.h"
 
@@ -18,11 +22,14 @@ double seconds_of(auto f) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+families::Bench sparse_of(const benchmark::State& state) {
+    return families::sparse(static_cast<std::size_t>(state.range(0)));
+}
+
 /// Measures `update` between changes; reports what a Make of the same graph took and the ratio, to
 /// one that repeats the first and finds the structure known, and to the first.
 template <typename Change>
-void measure(benchmark::State& state, Change change) {
-    families::Bench b = families::sparse(static_cast<std::size_t>(state.range(0)));
+void measure(benchmark::State& state, families::Bench b, Change change) {
     const double first_make = seconds_of([&] { b.graph->RecalculateLayout(nullptr); });
     const double make = seconds_of([&] {
         b.graph->GetRoot().MakeLayout();
@@ -44,16 +51,16 @@ void measure(benchmark::State& state, Change change) {
 }
 
 void OneNodeAdded(benchmark::State& state) {
-    measure(state, [](families::Bench& b, int) {
+    measure(state, sparse_of(state), [](families::Bench& b, int) {
         Node root = b.graph->GetRoot();
         nurvex7::NodeSet owned = root.GetOwned();
         owned.GetItem(owned.GetCount() / 2).LinkTo(root.AddNode());
     });
 }
 
-void OneFoldAndUnfold(benchmark::State& state) {
+void fold_and_unfold(benchmark::State& state, families::Bench made) {
     bool folded = false;
-    measure(state, [&](families::Bench& b, int) {
+    measure(state, std::move(made), [&](families::Bench& b, int) {
         nurvex7::NodeSet owned = b.graph->GetRoot().GetOwned();
         const Node node = owned.GetItem(owned.GetCount() / 2);
         if (folded) {
@@ -65,6 +72,19 @@ void OneFoldAndUnfold(benchmark::State& state) {
     });
 }
 
+void OneFoldAndUnfold(benchmark::State& state) {
+    fold_and_unfold(state, sparse_of(state));
+}
+
+/// With the layout of the application, which has phases of its own.
+void OneFoldAndUnfoldInTheWindow(benchmark::State& state) {
+    families::Bench b = sparse_of(state);
+    b.layout = std::make_unique<nurvex::SeriesLayout>(30, 12, 2, 5);
+    b.graph->SetDefaultLayout(
+        nurvex7::graph_ptr2<nurvex7::ILayout>(b.layout.get(), /*owns=*/false));
+    fold_and_unfold(state, std::move(b));
+}
+
 } // namespace
 
 BENCHMARK(OneNodeAdded)
@@ -74,6 +94,12 @@ BENCHMARK(OneNodeAdded)
     ->Unit(benchmark::kMillisecond)
     ->Complexity(benchmark::oNLogN);
 BENCHMARK(OneFoldAndUnfold)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oNLogN);
+BENCHMARK(OneFoldAndUnfoldInTheWindow)
     ->Arg(1'000)
     ->Arg(10'000)
     ->Arg(100'000)
