@@ -32,6 +32,10 @@ void IncLayout::calculate_x_coords() {
         count_steps(level_nodes[k].size());
         max_bottom = std::max(max_bottom, placing.bottom + node_gap);
     }
+    if (keeps_records) {
+        run_nodes->read_flags_again(nodes); // what is shown now is what will have been drawn
+        knows_who_is_shown = true;
+    }
     place_edges_beside(placing);
     place_passing_edges(placing);
     standings.clear();
@@ -84,7 +88,9 @@ double IncLayout::place_column(std::size_t k, double x, Placing& placing) {
     cur_levels->set(k, Level{x, x_end, x_end - x});
     const auto place = [&](std::size_t i) {
         if (standing[i].is_dummy) {
-            placing.passing.push_back({&level[i], k});
+            if (!standing[i].goes_with_edge) {
+                placing.passing.push_back({&level[i], k});
+            }
             return;
         }
         const int number = standing[i].number;
@@ -154,7 +160,7 @@ PlacedNode IncLayout::place_normal_node(Node node, double x_start, double x_end,
 // The bends of every edge beside its ends, and on its tracks. Each end places its own; where a list
 // is too short for both, the end that is placed later has the last word.
 void IncLayout::place_edges_beside(const Placing& placing) {
-    const RunEdges& edges = placing.edges;
+    RunEdges& edges = placing.edges;
     const std::span<const RunEdge> all = edges.all();
     const auto at_end = [&](int end) { return end >= 0 ? placing.nodes.data() + end : nullptr; };
     const auto place = [&](std::size_t i) {
@@ -162,10 +168,16 @@ void IncLayout::place_edges_beside(const Placing& placing) {
         const PlacedNode* const tail = e.leaves_tail && !e.head_hidden ? at_end(e.tail) : nullptr;
         const PlacedNode* const head = e.enters_head && !e.tail_hidden ? at_end(e.head) : nullptr;
         place_edge_beside(edges, e, tail, head);
+        if (e.is_kept) {
+            place_kept_chain(placing, e);
+        }
+        if (keeps_records) {
+            take_records_over(edges, e);
+        }
         count_steps(1);
     };
     for_each_ahead(all.size(), place, [&](std::size_t i) {
-        BreakNodes::PrefetchPlaces(all[i].run);
+        all[i].is_kept ? RunEdges::ask_for_run(all[i]) : BreakNodes::PrefetchPlaces(all[i].run);
         prefetch(at_end(all[i].head));
     });
 }
@@ -229,7 +241,7 @@ void IncLayout::place_edge_beside(const RunEdges& edges, const RunEdge& e, const
     }
 }
 
-// The dummy nodes of all columns, level by level.
+// The dummy nodes of all columns that do not go with their edges, level by level.
 void IncLayout::place_passing_edges(const Placing& placing) {
     const auto run_of = [&](std::size_t i) { return placing.passing[i].dummy->get_impl()->run; };
     const auto place = [&](std::size_t i) {

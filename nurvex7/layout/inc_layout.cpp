@@ -131,9 +131,14 @@ void IncLayout::Resize(Node owner) {
 }
 
 void IncLayout::run(const std::vector<phase_t>& phases) {
-    for (const phase_t phase : phases) {
-        checkpoint();
-        (this->*phase)();
+    try {
+        for (const phase_t phase : phases) {
+            checkpoint();
+            (this->*phase)();
+        }
+    } catch (...) {
+        write_kept_records();
+        throw;
     }
     drop_run();
 }

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -22,8 +23,10 @@ class RunEdges;
 class RunNodes;
 struct PlacedNode;
 struct Placing;
+struct Returning;
 struct RunEdge;
 struct Standing;
+struct Turn;
 struct NodeByAdjacentYComparator;
 
 /// What an Update of an owner would meet, see IncLayout::LookAhead.
@@ -283,9 +286,14 @@ private:
     bool take_size_of_leaf(Node& owner);
     void serve_inside(const Node& owner, void (*serve)(Node));
     void start_run(const Node& owner);
+    void clear_levels();
+    void ask_for_known(std::size_t i) const;
     void remember_old_drawing(const Node& owner);
     void forget_removed_owners();
     void take_old_drawing_back(const Node& owner);
+    void take_nodes_back(const WayBack& back);
+    void take_bends_back(const WayBack& back);
+    void take_other_bends_back(const WayBack& back);
 
     UpdateOutlook look_ahead(const Node& owner, bool with_owners_inside) const;
     const IncLayout* layout_that_serves(const Node& node) const;
@@ -299,21 +307,36 @@ private:
     RunNodes& take_run_nodes();
     NodeInfo& info_of(int node);
     static NodeInfo& record_of(node_store& table, const BreakRun& b, int i);
-    std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come) const;
+    std::unique_ptr<RunEdges> make_run_edges(const RunNodes& of, bool new_runs_to_come,
+                                             const WayBack* back = nullptr) const;
     RunEdges& take_run_edges(bool new_runs_to_come = false);
     void drop_run();
     void let_go_of_neighbours();
     const std::vector<Join>* find_joins() const { return collects_joins ? &joins : nullptr; }
     void restore_on_level(int level, const Node& node, const Standing& standing);
+    void restore_on_level(int level, const Standing& standing, IGraphVis& vis, INodeImpl& impl);
+    std::vector<std::vector<Node>> take_levels_apart();
+    void fill_levels();
+    void fill_level(std::size_t k, const std::vector<Turn>& turns);
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);
     bool joins_old_chains() const;
+    bool leaves_for_later() const;
     bool assign_levels_by_groups();
     void assign_new_levels(std::vector<Node>& component, bool all_new);
     void mark_edges_by_level(const std::vector<Node>& list);
     void set_direction(int edge_number, bool flat, bool reversed);
     void restore_old_dummies(const Node& n, int i);
+    std::optional<WayBack> look_up_edges();
     void restore_chain(const Node& tail, const RunEdge& e);
+
+    // Records that are kept (kept_records.cpp)
+    const NodeInfo* records_to_keep(const RunEdge& e) const;
+    void write_kept_records();
+    void write_kept_records(const RunEdge& e, bool is_placed);
+    bool stands_in_column(int level) const;
+    void take_records_over(RunEdges& edges, const RunEdge& e);
+    void place_kept_chain(const Placing& placing, const RunEdge& e);
 
     std::size_t forget_at = 16; ///< so many tables call for a look at their owners
     std::shared_ptr<const StructureIndex> structure; ///< per outermost run: the kept answers
@@ -321,14 +344,20 @@ private:
     std::unique_ptr<RunNodes> run_nodes;             ///< per run, from the first phase that asks on
     std::unique_ptr<RunEdges> run_edges;             ///< likewise
     std::vector<std::vector<Standing>> standings;    ///< likewise: of level_nodes, as far as told
+    std::vector<std::vector<Returning>> returning; ///< per restore_old_levels: what it has restored
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
     std::vector<Join> joins;            ///< per Make: all neighbours, where phases read no lists
     bool collects_joins = false;        ///< per Make
-    int inits = 0;                      ///< calls of Init
-    std::size_t steps_uncounted = 0;    ///< since the last checkpoint, in nodes
-    bool joins_chains = false;          ///< for who looks at the neighbour lists from outside
-    int remembered_id = NOBODY; ///< the owner that old_info is of, or was until it was cleared
-    int served_id = NOBODY;     ///< the owner whose inside has been served already
+    /// Per Update, until the old levels are restored: the old drawing still stands in graph
+    /// coordinates.
+    std::optional<WayBack> way_back;
+    bool keeps_records = false;      ///< per run: records of bends may be taken over as they are
+    bool knows_who_is_shown = false; ///< per run: nobody is asked any more, flags stay
+    int inits = 0;                   ///< calls of Init
+    std::size_t steps_uncounted = 0; ///< since the last checkpoint, in nodes
+    bool joins_chains = false;       ///< for who looks at the neighbour lists from outside
+    int remembered_id = NOBODY;      ///< the owner that old_info is of, or was until it was cleared
+    int served_id = NOBODY;          ///< the owner whose inside has been served already
 };
 
 /// The order of two nodes by y, for stable sorts.

@@ -182,6 +182,17 @@ public:
     E default_edge{};
 };
 
+/// The way from graph coordinates to owner-relative ones, less the height that the handler reports
+/// for the owner; the top margin makes up for a constant offset.
+struct WayBack {
+    tamsel7::point<double> origin; ///< where the owner stands
+    double height = 0;
+
+    tamsel7::point<double> operator()(const tamsel7::point<double>& p) const {
+        return {p.x - origin.x, p.y - origin.y - height};
+    }
+};
+
 /// One column of a drawing. Space: owner-relative.
 struct Level {
     double x_start = 0;

@@ -46,7 +46,9 @@ void LevelTable::set(std::size_t level, const Level& column) {
 // the owner is reckoned to be high, and go along with each shift of the owner after that.
 void IncLayout::mark_old() {
     RunEdges& edges = take_run_edges();
-    run_nodes->read_flags_again(nodes);
+    if (!knows_who_is_shown) {
+        run_nodes->read_flags_again(nodes);
+    }
     edges.read_flags(*run_nodes);
     for (int i = 0; i < run_nodes->get_count(); ++i) {
         const bool hidden = run_nodes->at(i).hidden;
@@ -57,27 +59,34 @@ void IncLayout::mark_old() {
         }
     }
     const bool kept = keep_edge_records(edges);
-    const std::span<const RunEdge> all = edges.all();
-    const auto mark = [&](std::size_t i) {
-        const RunEdge& e = all[i];
-        if (!RunEdges::is_drawn(e)) {
-            return;
+    std::vector<const RunEdge*> unmarked;
+    for (const RunEdge& e : edges.all()) {
+        if (e.is_kept) {
+            write_kept_records(e, /*is_placed=*/true);
         }
+        if (RunEdges::is_drawn(e) && (!e.is_marked || !kept || !e.is_recorded)) {
+            unmarked.push_back(&e);
+        }
+    }
+    const auto mark = [&](std::size_t i) {
+        const RunEdge& e = *unmarked[i];
         if (!kept || !e.is_recorded) {
             (*cur_info)[edges.edge_of(e)].is_old = true;
         }
-        mark_bends_old(edges.run_of(e));
+        if (!e.is_marked) {
+            mark_bends_old(edges.run_of(e));
+        }
     };
     const auto ask_for_edge = [&](std::size_t i, auto ask) {
-        if (!kept || !all[i].is_recorded) {
-            ask(edges.edge_of(all[i]));
+        if (!kept || !unmarked[i]->is_recorded) {
+            ask(edges.edge_of(*unmarked[i]));
         }
     };
     for_each_ahead(
-        all.size(), mark,
+        unmarked.size(), mark,
         [&](std::size_t i) { ask_for_edge(i, [](const Edge& e) { prefetch(&e); }); },
         [&](std::size_t i) {
-            RunEdges::ask_for_run(all[i]);
+            RunEdges::ask_for_run(*unmarked[i]);
             ask_for_edge(i, [](const Edge& e) { prefetch(e.get_impl().get()); });
         });
 }
@@ -171,6 +180,10 @@ void IncLayout::shift_old_levels() {
         lo = 1; // nothing to place: an entry and an exit level
         hi = 0;
     }
+    if (lo < 1 || level_nodes.size() > static_cast<std::size_t>(hi + 2)) {
+        write_kept_records(); // which are shifted too, or stand on a level that goes
+        standings.clear();
+    }
     if (lo >= 1) {
         cur_levels->resize(static_cast<std::size_t>(hi + 2));
         level_nodes.resize(static_cast<std::size_t>(hi + 2));
@@ -179,7 +192,6 @@ void IncLayout::shift_old_levels() {
     }
     const int k = 1 - lo;
     shift_level_table(k, hi - lo + 3);
-    standings.clear();
     if (!level_nodes.empty()) {
         level_nodes.resize(level_nodes.size() + static_cast<std::size_t>(k));
         for (std::size_t i = level_nodes.size() - 1; i >= static_cast<std::size_t>(k); --i) {

@@ -7,8 +7,11 @@
 #include "nurvex7/layout/standing.h"
 #include "nurvex7/model/queries.h"
 
+#include <algorithm>
+#include <functional>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 namespace nurvex7 {
 
@@ -96,6 +99,11 @@ void IncLayout::serve_inside(const Node& owner, void (*serve)(Node)) {
         count_steps(1);
         Frame& frame = open.back();
         if (frame.next < frame.owned.GetCount()) {
+            const auto next = static_cast<std::size_t>(frame.next);
+            ask_for_known(next + 12);
+            if (next + 6 < nodes.size()) {
+                prefetch(nodes[next + 6].get_impl()->known_vis);
+            }
             Node inner = frame.owned.GetItem(frame.next++);
             const bool own_layout = inner.GetLayout().get() != this;
             if (inner.get_impl().get() == frame.node.get_impl().get()) {
@@ -127,6 +135,7 @@ void IncLayout::start_run(const Node& owner) {
     // Mostly it is the list of the run before, whose handles can stay.
     std::size_t taken = 0;
     for (std::size_t i = 0; i < count; ++i) {
+        ask_for_known(i + 8);
         const Node inner = owned.GetItem(static_cast<int>(i));
         if (inner.IsDummy()) {
             continue; // it was deleted and still stands here
@@ -141,11 +150,29 @@ void IncLayout::start_run(const Node& owner) {
         ++taken;
     }
     nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(taken), nodes.end());
-    level_nodes.clear();
+    clear_levels();
     // What a run that was cut short by an exception has left.
     drop_run();
     level_graph.reset();
     ordinals.reset();
+}
+
+// What an owner owns is mostly what it owned in the run before, so that tells where to find it.
+void IncLayout::ask_for_known(std::size_t i) const {
+    if (i < nodes.size()) {
+        prefetch(nodes[i].get_impl().get(), sizeof(DefaultNodeImpl));
+    }
+}
+
+// The handles lie side by side, what they hold lies all over the memory.
+void IncLayout::clear_levels() {
+    for (std::vector<Node>& level : level_nodes) {
+        const std::size_t count = level.size();
+        for_each_ahead(
+            count, [&](std::size_t) { level.pop_back(); },
+            [&](std::size_t i) { __builtin_prefetch(level[count - 1 - i].get_impl().get()); });
+    }
+    level_nodes.clear();
 }
 
 // The store of the owner becomes the view on the past, and is filled anew by the run.
@@ -172,19 +199,48 @@ void IncLayout::remember_old_drawing(const Node& owner) {
     });
 }
 
-// From graph coordinates to owner-relative ones, less the height that the handler reports for the
-// owner; the top margin makes up for a constant offset.
+// From graph coordinates to owner-relative ones. The restoring comes past most of it, and does it
+// in passing where nobody can look at it before.
 void IncLayout::take_old_drawing_back(const Node& owner) {
     const graph_ptr2<INodeHandler> handler = owner.GetHandler();
     const tamsel7::size<double> size =
         handler.get() != nullptr ? handler->GetSize(owner) : tamsel7::size<double>();
-    const tamsel7::point<double> pos = owner.GetPosition();
-    const auto taken_back = [&](const tamsel7::point<double>& p) {
-        return tamsel7::point<double>{p.x - pos.x, p.y - pos.y - size.height};
-    };
-    old_info.node_info.for_each_node(
-        [&](Node node) { node.SetPosition(taken_back(node.GetPosition())); },
-        [&](BreakNodes& run, int i) { run.set_place_at(i, taken_back(run.own_place(i))); });
+    way_back = WayBack{owner.GetPosition(), size.height};
+    if (!leaves_for_later()) {
+        take_nodes_back(*way_back);
+        take_bends_back(*way_back);
+        way_back.reset();
+    }
+}
+
+void IncLayout::take_nodes_back(const WayBack& back) {
+    old_info.node_info.for_each_node_by_id(
+        [&](Node node) { node.SetPosition(back(node.GetPosition())); });
+}
+
+void IncLayout::take_bends_back(const WayBack& back) {
+    old_info.node_info.for_each_bend_in_run(
+        [&](BreakNodes& run, int i) { run.set_place_at(i, back(run.own_place(i))); });
+}
+
+// Those that have not come back when the edges were looked up: what is removed now, hidden, or
+// across the border of the owner.
+void IncLayout::take_other_bends_back(const WayBack& back) {
+    std::vector<const BreakNodes*> done;
+    for (const RunEdge& e : run_edges->all()) {
+        if (e.is_taken_back) {
+            done.push_back(e.run);
+        }
+    }
+    if (done.size() == old_info.node_info.get_piece_count()) {
+        return;
+    }
+    std::sort(done.begin(), done.end(), std::less<>());
+    old_info.node_info.for_each_bend_in_run([&](BreakNodes& run, int i) {
+        if (!std::binary_search(done.begin(), done.end(), &run, std::less<>())) {
+            run.set_place_at(i, back(run.own_place(i)));
+        }
+    });
 }
 
 StructureIndex::Pairs IncLayout::children_of(const Node& node) {

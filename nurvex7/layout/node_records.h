@@ -102,6 +102,13 @@ public:
     }
     const N* find(const Node& node) const { return const_cast<NodeRecords*>(this)->find(node); }
 
+    /// The record of a node that is no break node, together with its handle; null where there is
+    /// none.
+    const entry* find_entry(const Node& node) const { return by_id.find(node.GetID()); }
+    /// How many records do not lie in runs, and how many pieces of runs hold the others.
+    std::size_t get_count_by_id() const { return by_id.size(); }
+    std::size_t get_piece_count() const { return current; }
+
     /// Whether records lie in a run, which is kept for them.
     bool is_holding(BreakNodes& run) const { return tag != nullptr && run.has_notes_of(tag.get()); }
 
@@ -126,6 +133,38 @@ public:
             return record_in(notes, index, initial);
         }
         return find_or_make(Node(store, &piece.own_node(index)), initial);
+    }
+
+    /// The records that a piece of a run holds, one for each of its break nodes, whether it was
+    /// ever asked for or not; null where it holds none.
+    const N* find_all_in(BreakNodes& piece) const {
+        static_assert(FITS_IN_RUN && sizeof(N) == BreakNodes::NOTE_SIZE);
+        const BreakNodes::Notes notes =
+            tag != nullptr ? piece.find_notes(tag.get(), stamp) : BreakNodes::Notes();
+        return notes ? record_in(notes, 0) : nullptr;
+    }
+
+    /// Makes the records that a piece of a run holds for another table those of this one; the other
+    /// has them no more. False where this table has some of them already, or none of the others.
+    bool take_over(BreakNodes& piece, const graph_ptr<IGraphVis>& store, NodeRecords& other) {
+        static_assert(FITS_IN_RUN);
+        if (tag == nullptr) {
+            tag = std::make_unique<char>();
+        }
+        const bool is_of_store = vis.get() == nullptr || vis.get() == store.get();
+        if (other.tag == nullptr || has_bends_by_id || !is_of_store) {
+            return false;
+        }
+        const bool is_kept = piece.has_notes_of(tag.get());
+        if (!piece.pass_notes(other.tag.get(), other.stamp, tag.get(), stamp)) {
+            return false;
+        }
+        vis = store;
+        ++current;
+        if (!is_kept) {
+            runs.push_back(&piece);
+        }
+        return true;
     }
 
     /// Calls `f(record)` for every break node of a run, whose records are made where there are
@@ -161,7 +200,15 @@ public:
     /// latter for the break nodes whose records lie in their runs. Order: none
     template <typename F, typename G>
     void for_each_node(F on_node, G on_bend) {
+        for_each_node_by_id(on_node);
+        for_each_bend_in_run(on_bend);
+    }
+    template <typename F>
+    void for_each_node_by_id(F on_node) {
         by_id.for_each_unordered([&](int, entry& e) { on_node(e.first); });
+    }
+    template <typename F>
+    void for_each_bend_in_run(F on_bend) {
         for_each_bend([&](BreakNodes& piece, int index, N&) { on_bend(piece, index); });
     }
 

@@ -2,46 +2,16 @@
 #include "nurvex7/layout/node_places.h"
 #include "nurvex7/layout/run_edges.h"
 #include "nurvex7/layout/standing.h"
+#include "nurvex7/layout/y_order.h"
 #include "nurvex7/model/break_run.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace nurvex7 {
-
-namespace {
-
-// A stable sort by y, of the nodes of a level and of where they stand.
-void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
-    struct Turn {
-        double y;
-        std::size_t at;
-    };
-    std::vector<Turn> order;
-    order.reserve(level.size());
-    for (const Standing& standing : standings) {
-        order.push_back({standing.y, order.size()});
-    }
-    const auto above = [](const Turn& a, const Turn& b) { return a.y < b.y; };
-    if (std::is_sorted(order.begin(), order.end(), above)) {
-        return;
-    }
-    std::stable_sort(order.begin(), order.end(), above);
-    std::vector<Node> sorted;
-    std::vector<Standing> sorted_standings;
-    sorted.reserve(level.size());
-    sorted_standings.reserve(level.size());
-    for (const Turn& next : order) {
-        sorted.push_back(std::move(level[next.at]));
-        sorted_standings.push_back(standings[next.at]);
-    }
-    level.swap(sorted);
-    standings.swap(sorted_standings);
-}
-
-} // namespace
 
 // Brings the drawing of the run before back: every old node on its level, every level in the order
 // of the old y, the dummy nodes of old edges with their coordinates.
@@ -55,10 +25,15 @@ void _sort_by_y(std::vector<Node>& level, std::vector<Standing>& standings) {
 // Space   owner-relative
 void IncLayout::restore_old_levels() {
     run_nodes = make_run_nodes();
-    run_edges = make_run_edges(*run_nodes, /*new_runs_to_come=*/true);
+    keeps_records = leaves_for_later() && !run_nodes->has_repeated();
+    const std::optional<WayBack> nodes_back = look_up_edges();
+    const std::vector<std::vector<Node>> before = take_levels_apart();
     const auto restore = [&](std::size_t i) {
         const RunNodes::Past& past = run_nodes->at(static_cast<int>(i));
         const NodeInfo& old = past.info;
+        if (nodes_back.has_value() && past.is_recorded) {
+            nodes[i].SetPosition((*nodes_back)(nodes[i].GetPosition()));
+        }
         if ((past.hidden && !keep_hidden) || !old.is_old) {
             return;
         }
@@ -88,25 +63,100 @@ void IncLayout::restore_old_levels() {
     };
     for_each_ahead(
         nodes.size(), restore,
-        [&](std::size_t i) { ask_for_chains(i, [](BreakNodes& run) { prefetch(&run); }); },
-        [&](std::size_t i) { ask_for_chains(i, [](BreakNodes& run) { run.PrefetchAll(); }); });
-    take_standings();
-    for (std::size_t k = 0; k < standings.size(); ++k) {
-        _sort_by_y(level_nodes[k], standings[k]);
-    }
+        [&](std::size_t i) {
+            prefetch(nodes[i].get_impl().get());
+            ask_for_chains(i, [](BreakNodes& run) { prefetch(&run); });
+        },
+        [&](std::size_t i) {
+            prefetch(nodes[i].get_impl()->known_vis);
+            ask_for_chains(i, [](BreakNodes& run) { run.PrefetchAll(); });
+        });
+    fill_levels();
     if (holds_real_node_last()) {
         level_nodes.emplace_back();
         cur_levels->resize(level_nodes.size() + 1);
     }
 }
 
-void IncLayout::restore_on_level(int level, const Node& node, const Standing& standing) {
-    const auto k = static_cast<std::size_t>(level);
-    if (standings.size() < level_nodes.size()) {
-        standings.resize(level_nodes.size());
+// Looks up the edges of the run, and brings what the run before has drawn back to where its owner
+// is, in passing where each thing comes by once. Gives the way back of the nodes, where they still
+// have to go it.
+std::optional<WayBack> IncLayout::look_up_edges() {
+    const std::optional<WayBack> back = std::exchange(way_back, std::nullopt);
+    const bool in_passing = back.has_value() && keeps_records && structure->IsTwoWay();
+    if (back.has_value() && !in_passing) {
+        take_bends_back(*back);
     }
-    standings[k].push_back(standing);
-    level_nodes[k].push_back(node);
+    run_edges =
+        make_run_edges(*run_nodes, /*new_runs_to_come=*/true, in_passing ? &*back : nullptr);
+    if (in_passing) {
+        take_other_bends_back(*back);
+    }
+    const bool has_all_nodes =
+        keeps_records && old_info.node_info.get_count_by_id() == run_nodes->get_recorded_count();
+    if (back.has_value() && !has_all_nodes) {
+        take_nodes_back(*back);
+    }
+    return has_all_nodes ? back : std::nullopt;
+}
+
+void IncLayout::restore_on_level(int level, const Node& node, const Standing& standing) {
+    restore_on_level(level, standing, *node.get_vis(), *node.get_impl());
+}
+
+void IncLayout::restore_on_level(int level, const Standing& standing, IGraphVis& vis,
+                                 INodeImpl& impl) {
+    lengthen_to_hold(level);
+    const auto k = static_cast<std::size_t>(level);
+    if (returning.size() <= k) {
+        returning.resize(k + 1);
+    }
+    returning[k].push_back({standing, &vis, &impl});
+}
+
+// What stands on the levels already, as after a second Init, is sorted together with what comes
+// back. Gives the levels as they were.
+std::vector<std::vector<Node>> IncLayout::take_levels_apart() {
+    std::vector<std::vector<Node>> before = std::exchange(level_nodes, {});
+    level_nodes.resize(before.size());
+    standings.clear();
+    for (std::size_t k = 0; k < before.size(); ++k) {
+        for (const Node& n : before[k]) {
+            restore_on_level(static_cast<int>(k), n, standing_of(n));
+        }
+    }
+    return before;
+}
+
+// Puts everything back, each level in the order of its y.
+void IncLayout::fill_levels() {
+    standings.resize(level_nodes.size());
+    returning.resize(level_nodes.size());
+    std::vector<Turn> turns;
+    for (std::size_t k = 0; k < returning.size(); ++k) {
+        turns.clear();
+        for (const Returning& node : returning[k]) {
+            turns.push_back({node.standing.y, turns.size()});
+        }
+        sort_by_y(turns);
+        fill_level(k, turns);
+    }
+    returning.clear();
+}
+
+// Handles are made once each: there are as many as nodes and dummy nodes.
+void IncLayout::fill_level(std::size_t k, const std::vector<Turn>& turns) {
+    const std::vector<Returning>& from = returning[k];
+    level_nodes[k].reserve(turns.size());
+    standings[k].reserve(turns.size());
+    for_each_ahead(
+        turns.size(),
+        [&](std::size_t i) {
+            const Returning& node = from[turns[i].at];
+            level_nodes[k].emplace_back(node.vis, node.impl);
+            standings[k].push_back(node.standing);
+        },
+        [&](std::size_t i) { __builtin_prefetch(from[turns[i].at].impl); });
 }
 
 void IncLayout::lengthen_to_hold(int level) {
@@ -124,6 +174,12 @@ void IncLayout::restore_old_dummy(const Node& n) {
     const int i = run_nodes->number_of(structure->FindPlace(n));
     if (i >= 0) {
         restore_old_dummies(n, i);
+        for (std::size_t k = 0; k < returning.size(); ++k) {
+            for (const Returning& dummy : returning[k]) {
+                level_nodes[k].emplace_back(dummy.vis, dummy.impl);
+            }
+        }
+        returning.clear();
     }
 }
 
@@ -143,22 +199,27 @@ void IncLayout::restore_chain(const Node& tail, const RunEdge& e) {
     const int skipped = reversed ? 4 : 2;
     const int end = b.get_count() - skipped;
     const bool joined = joins_old_chains();
+    const NodeInfo* const kept = records_to_keep(e);
+    run_edges->set_kept(e, kept != nullptr);
     Standing standing;
     standing.is_dummy = true;
+    standing.goes_with_edge = kept != nullptr;
     standing.number = run_edges->number_of(e);
     Node prev = tail;
     for (int i = skipped; i < end; i += 2) {
-        const NodeInfo old = record_of(old_info, b, i);
+        const NodeInfo old = kept != nullptr ? kept[i] : record_of(old_info, b, i);
         if (old.level < 0) {
             continue; // a bend that no run has put on a level has no place to return to
         }
-        const Node dummy = b.at(i);
-        lengthen_to_hold(old.level);
         standing.y = b.get_position(i).y;
-        restore_on_level(old.level, dummy, standing);
+        restore_on_level(old.level, standing, *b.get_vis(), b.impl_at(i));
+        if (kept != nullptr) {
+            continue;
+        }
         record_of(*cur_info, b, i) = old;
         record_of(*cur_info, b, i + 1) = old;
         if (joined) {
+            const Node dummy = b.at(i);
             const Edge& edge = run_edges->edge_of(e);
             reversed ? mark_as_neighbours(dummy, prev, edge)
                      : mark_as_neighbours(prev, dummy, edge);

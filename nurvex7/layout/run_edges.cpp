@@ -16,8 +16,9 @@ int _end_of(const RunNodes& of, int place) {
 } // namespace
 
 RunEdges::RunEdges(const StructureIndex& answers, const RunNodes& of, const node_store& old,
-                   int owner, bool new_runs_to_come)
-    : index(answers), records(old), owner_id(owner), finds_new_runs(!new_runs_to_come) {
+                   int owner, bool new_runs_to_come, const WayBack* back)
+    : index(answers), records(old), owner_id(owner), finds_new_runs(!new_runs_to_come),
+      way_back(back) {
     first.reserve(static_cast<std::size_t>(of.get_count()) + 1);
     std::size_t count = 0;
     for (int i = 0; i < of.get_count(); ++i) {
@@ -33,6 +34,7 @@ RunEdges::RunEdges(const StructureIndex& answers, const RunNodes& of, const node
     first.push_back(entries.size());
     join_heads(of);
     look_up(of);
+    way_back = nullptr;
 }
 
 void RunEdges::read_marks(const RunNodes& of, const local_store& marks) {
@@ -106,7 +108,9 @@ void RunEdges::look_up(const RunNodes& of) {
         },
         [&](std::size_t i) {
             const DefaultEdgeVis* const known = impl_at(i)->known_vis;
-            BreakNodes::PrefetchHead(known != nullptr ? known->known_run_in(owner_id) : nullptr);
+            const BreakNodes* const run =
+                known != nullptr ? known->known_run_in(owner_id) : nullptr;
+            way_back != nullptr ? BreakNodes::PrefetchPlaces(run) : BreakNodes::PrefetchHead(run);
             records.edge_info.ask_for_page(entries[i].id);
         });
 }
@@ -139,6 +143,21 @@ void RunEdges::find_run(RunEdge& e) {
     if (!records.node_info.is_holding(*e.run)) {
         held.push_back(e.run); // handlers are called, and may drop it
     }
+    if (way_back != nullptr && e.is_recorded) {
+        take_back(e);
+    }
+}
+
+// Every bend of a run that was drawn has a record, but for those that have been added since.
+void RunEdges::take_back(RunEdge& e) const {
+    BreakNodes& run = *e.run;
+    if (run.get_own_count() != run.GetCount() || records.node_info.find_all_in(run) == nullptr) {
+        return;
+    }
+    for (int i = 0; i < run.get_own_count(); ++i) {
+        run.set_place_at(i, (*way_back)(run.own_place(i)));
+    }
+    e.is_taken_back = true;
 }
 
 void RunEdges::read_flags(RunEdge& e, const RunNodes& of) const {

@@ -28,6 +28,9 @@ struct RunEdge {
     bool head_hidden : 1;           ///< now
     bool reversed : 1;              ///< by its marks
     bool flat : 1;                  ///< likewise
+    bool is_taken_back : 1;         ///< its bends have come back to where their owner is
+    bool is_kept : 1;               ///< its dummy nodes stand on their levels, their records wait
+    bool is_marked : 1;             ///< the records of its bends have been taken over
     bool goes_on_inside : 1 = true; ///< it may have bends in an owner below as well
     BreakNodes* run = nullptr;      ///< null where it has none, or has to be asked for it
 };
@@ -53,9 +56,9 @@ public:
     };
 
     /// Looks everything up but for the marks, and for the runs of new edges where those are still
-    /// to come.
+    /// to come. The bends of what the run before has drawn go a way back, where one is given.
     RunEdges(const StructureIndex& answers, const RunNodes& of, const node_store& old, int owner,
-             bool new_runs_to_come);
+             bool new_runs_to_come, const WayBack* back);
 
     /// To be called for an edge that has been given a run.
     void find_new_run(int i) { find_run(entries[static_cast<std::size_t>(i)]); }
@@ -94,6 +97,11 @@ public:
         return noted < entries.size() && entries[noted].run == run ? &entries[noted] : nullptr;
     }
 
+    /// Notes whether the records of its dummy nodes wait for the end of the run, where they are
+    /// taken over from the run before as they are.
+    void set_kept(const RunEdge& e, bool kept) { entry_of(e).is_kept = kept; }
+    void set_marked(const RunEdge& e) { entry_of(e).is_marked = true; }
+
     // Duty: the marks have been read, and the edge is flat or reversed.
     Tracks& tracks_of(const RunEdge& e) { return tracks[static_cast<std::size_t>(e.track)]; }
     const Tracks& tracks_of(const RunEdge& e) const {
@@ -123,11 +131,13 @@ public:
     }
 
 private:
+    RunEdge& entry_of(const RunEdge& e) { return entries[static_cast<std::size_t>(number_of(e))]; }
     RunEdge& enter(int number, int tail, int head);
     void join_heads(const RunNodes& of);
     void look_up(const RunNodes& of);
     void complete(RunEdge& e, const RunNodes& of);
     void find_run(RunEdge& e);
+    void take_back(RunEdge& e) const;
     void read_flags(RunEdge& e, const RunNodes& of) const;
     void number_tracks(int node_count);
     RunNodes::Past past_of(int end, const RunNodes& of) const {
@@ -138,6 +148,7 @@ private:
     const node_store& records;
     int owner_id;
     bool finds_new_runs;
+    const WayBack* way_back; ///< null after the runs have been looked up
     std::vector<RunEdge> entries;
     std::vector<std::size_t> first; ///< of the entries out of each node
     std::vector<Tracks> tracks;

@@ -27,7 +27,8 @@ public:
 
     struct Past {
         NodeInfo info;
-        bool hidden; ///< now
+        bool hidden;      ///< now
+        bool is_recorded; ///< there is a record of it, of the same store
 
         bool is_new() const { return !info.is_old || info.was_hidden; }
     };
@@ -40,6 +41,7 @@ public:
             places.push_back(index.FindPlace(node));
             past.push_back(past_of(node));
             any_hidden = any_hidden || past.back().hidden;
+            recorded += past.back().is_recorded ? 1 : 0;
         }
         take_notes_back();
     }
@@ -49,6 +51,8 @@ public:
         for (int i = 0; i < get_count(); ++i) {
             const int place = places[static_cast<std::size_t>(i)];
             if (place >= 0) {
+                const int before = number_of(place);
+                repeats = repeats || (before >= 0 && before != i);
                 index.NoteOfPlace(place) = i;
             }
         }
@@ -63,7 +67,11 @@ public:
     }
 
     int get_count() const { return static_cast<int>(places.size()); }
+    /// How many have a record of the same store.
+    std::size_t get_recorded_count() const { return recorded; }
     bool has_hidden() const { return any_hidden; }
+    /// True where a node stands in the list twice.
+    bool has_repeated() const { return repeats; }
     /// The number of the node at a place; -1 for one that is not of the list, and for no place.
     int number_of(int place) const {
         if (place < 0) {
@@ -94,15 +102,18 @@ public:
 private:
     static bool is_hidden(const Node& node) { return (node.GetCondition() & NODE_HIDDEN) != 0; }
     Past past_of(const Node& node) const {
-        const NodeInfo* const found = records.node_info.find(node);
-        return {found != nullptr ? *found : records.default_node, is_hidden(node)};
+        const auto* const found = records.node_info.find_entry(node);
+        return {found != nullptr ? found->second : records.default_node, is_hidden(node),
+                found != nullptr && found->first.get_vis().get() == node.get_vis().get()};
     }
 
     const StructureIndex& index;
     const node_store& records;
     std::vector<int> places; ///< -1 where the answers do not cover the node
     std::vector<Past> past;
+    std::size_t recorded = 0;
     bool any_hidden = false;
+    bool repeats = false;
     std::vector<NodeInfo*> now;
 };
 

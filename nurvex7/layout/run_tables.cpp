@@ -33,6 +33,12 @@ bool IncLayout::joins_old_chains() const {
     return joins_chains || !knows_all_phases();
 }
 
+// Phases of a derived layout may look at what is left for later, even those that say that they
+// change none of it.
+bool IncLayout::leaves_for_later() const {
+    return typeid(*this) == typeid(IncLayout) && !joins_old_chains();
+}
+
 // What a Resize may ask of the run before it, the tracks and the marks, stays. The neighbour lists
 // of a whole drawing are large, and nobody reads them after it.
 void IncLayout::let_go_of_neighbours() {
@@ -86,10 +92,10 @@ NodeInfo& IncLayout::record_of(node_store& table, const BreakRun& b, int i) {
                : table[b.at(i)];
 }
 
-std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of,
-                                                    bool new_runs_to_come) const {
+std::unique_ptr<RunEdges> IncLayout::make_run_edges(const RunNodes& of, bool new_runs_to_come,
+                                                    const WayBack* back) const {
     const int owner_id = nodes.empty() ? 0 : nodes.front().GetOwner().GetID();
-    return std::make_unique<RunEdges>(*structure, of, old_info, owner_id, new_runs_to_come);
+    return std::make_unique<RunEdges>(*structure, of, old_info, owner_id, new_runs_to_come, back);
 }
 
 // Likewise the edges, and with them the nodes.
@@ -105,8 +111,11 @@ void IncLayout::drop_run() {
     run_edges.reset();
     run_nodes.reset();
     standings.clear();
+    returning.clear();
     std::vector<Join>().swap(joins);
     collects_joins = false;
+    keeps_records = false;
+    knows_who_is_shown = false;
 }
 
 Standing IncLayout::standing_of(const Node& node) {

@@ -103,6 +103,25 @@ public:
     /// notes
     Notes take_notes(const void* holder, std::uint16_t stamp);
     void drop_notes(const void* holder);
+    /// Makes the notes of one holder those of another one, under a stamp that the other has not had
+    /// here; what he noted under another stamp is gone. False where the first has none, where there
+    /// is no room for two, or where the other has notes under that stamp already. Duty: both keep
+    /// the run
+    bool pass_notes(const void* holder, std::uint16_t stamp, const void* to,
+                    std::uint16_t new_stamp) {
+        const std::size_t which = holders[0] == holder ? 0 : 1;
+        const std::size_t other = 1 - which;
+        const bool has_room =
+            holders[other] == nullptr || (holders[other] == to && stamps[other] != new_stamp);
+        if (holders[which] != holder || stamps[which] != stamp || !has_room) {
+            return false;
+        }
+        holders[which] = to;
+        stamps[which] = new_stamp;
+        holders[other] = holder;
+        stamps[other] = static_cast<std::uint16_t>(stamp - 1); // none of his counts any more
+        return true;
+    }
     /// Under whatever stamp.
     bool has_notes_of(const void* holder) const {
         return holders[0] == holder || holders[1] == holder;

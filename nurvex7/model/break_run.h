@@ -59,7 +59,11 @@ public:
 
     int get_count() const { return count; }
     /// Duty: 0 <= index < get_count()
-    Node at(int index) const { return Node(vis, impl_at(index)); }
+    Node at(int index) const { return Node(vis, &impl_at(index)); }
+    /// The same without a handle: the run holds it.
+    INodeImpl& impl_at(int index) const {
+        return nodes != nullptr ? nodes->at(index) : *held->GetItem(index);
+    }
     /// The run, where it is one of this store; null otherwise.
     BreakNodes* get_nodes() const { return own_places ? nodes : nullptr; }
     const graph_ptr<IGraphVis>& get_vis() const { return vis; }
@@ -89,10 +93,6 @@ public:
     }
 
 private:
-    graph_ptr<INodeImpl> impl_at(int index) const {
-        return nodes != nullptr ? &nodes->at(index) : held->GetItem(index);
-    }
-
     const graph_ptr<IGraphVis>& vis;
     graph_ptr<node_impl_set> held; ///< null where the edge remembers its record
     BreakNodes* nodes = nullptr;   ///< null where the store is of another kind

@@ -107,6 +107,21 @@ TEST_F(NodeRecordsTest, AgreeWithMapsThroughRandomCalls) {
             }
             break;
         }
+        case 5: { // what the past noted of a run goes over as it is
+            const std::size_t past = (t + 1) % 3;
+            BreakNodes& run = *BreakRun(pick(edges), root).get_nodes();
+            if (tables[t].take_over(run, root.get_vis(), tables[past])) {
+                for (int i = 0; i < run.get_own_count(); ++i) {
+                    const auto taken = models[past].extract(run.own_node(i).id);
+                    ASSERT_EQ(models[t].count(run.own_node(i).id), 0U);
+                    if (!taken.empty()) {
+                        models[t][taken.key()] = taken.mapped();
+                    }
+                }
+                ASSERT_NO_FATAL_FAILURE(expect_same(past)) << round;
+            }
+            break;
+        }
         default: {
             const Node n = any_node();
             tables[t].find_or_make(n, NodeInfo{}).level = round;
