@@ -90,6 +90,7 @@ void IncLayout::Make(Node owner) {
     start_run(owner);
     cur_levels = &cluster_levels[owner];
     cur_levels->clear();
+    release_levels(last_levels);
     collects_joins = !joins_old_chains();
     run(make_phases);
     let_go_of_neighbours();

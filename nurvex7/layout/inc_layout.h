@@ -158,7 +158,8 @@ protected:
     void calculate_initial_y_coords();
     void make_y_shifts();
     double _get_height(const Node& node);
-    double room_on_level(const Node& node, const Standing& at);
+    double room_on_level(std::size_t k, std::size_t i);
+    void find_rooms(std::size_t k, std::map<double, double>& rooms);
     double gap_of(const Node& node) const;
 
     // Force adjustment (force_adjustment.cpp)
@@ -286,7 +287,7 @@ private:
     bool take_size_of_leaf(Node& owner);
     void serve_inside(const Node& owner, void (*serve)(Node));
     void start_run(const Node& owner);
-    void clear_levels();
+    static void release_levels(std::vector<std::vector<Node>>& levels);
     void ask_for_known(std::size_t i) const;
     void remember_old_drawing(const Node& owner);
     void forget_removed_owners();
@@ -313,11 +314,12 @@ private:
     void drop_run();
     void let_go_of_neighbours();
     const std::vector<Join>* find_joins() const { return collects_joins ? &joins : nullptr; }
-    void restore_on_level(int level, const Node& node, const Standing& standing);
+    void restore_old_node(const Node& n, int i);
     void restore_on_level(int level, const Standing& standing, IGraphVis& vis, INodeImpl& impl);
     std::vector<std::vector<Node>> take_levels_apart();
     void fill_levels();
     void fill_level(std::size_t k, const std::vector<Turn>& turns);
+    bool stands_as_before(std::size_t k, const std::vector<Turn>& turns) const;
     std::vector<std::vector<Standing>>& take_standings();
     static Standing standing_of(const Node& node);
     bool joins_old_chains() const;
@@ -344,6 +346,9 @@ private:
     std::unique_ptr<RunNodes> run_nodes;             ///< per run, from the first phase that asks on
     std::unique_ptr<RunEdges> run_edges;             ///< likewise
     std::vector<std::vector<Standing>> standings;    ///< likewise: of level_nodes, as far as told
+    /// Per Update and Resize, until the old levels are restored: those of the run before, whose
+    /// handles can stay where the same nodes stand on a level.
+    std::vector<std::vector<Node>> last_levels;
     std::vector<std::vector<Returning>> returning; ///< per restore_old_levels: what it has restored
     std::unique_ptr<Ordinals> ordinals; ///< per barycentric_adjust: the levels in numbers
     std::vector<Join> joins;            ///< per Make: all neighbours, where phases read no lists

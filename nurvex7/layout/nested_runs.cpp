@@ -150,7 +150,11 @@ void IncLayout::start_run(const Node& owner) {
         ++taken;
     }
     nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(taken), nodes.end());
-    clear_levels();
+    release_levels(last_levels);
+    if (leaves_for_later()) {
+        last_levels.swap(level_nodes);
+    }
+    release_levels(level_nodes);
     // What a run that was cut short by an exception has left.
     drop_run();
     level_graph.reset();
@@ -165,14 +169,14 @@ void IncLayout::ask_for_known(std::size_t i) const {
 }
 
 // The handles lie side by side, what they hold lies all over the memory.
-void IncLayout::clear_levels() {
-    for (std::vector<Node>& level : level_nodes) {
+void IncLayout::release_levels(std::vector<std::vector<Node>>& levels) {
+    for (std::vector<Node>& level : levels) {
         const std::size_t count = level.size();
         for_each_ahead(
             count, [&](std::size_t) { level.pop_back(); },
             [&](std::size_t i) { __builtin_prefetch(level[count - 1 - i].get_impl().get()); });
     }
-    level_nodes.clear();
+    levels.clear();
 }
 
 // The store of the owner becomes the view on the past, and is filled anew by the run.

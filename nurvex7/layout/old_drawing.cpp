@@ -13,6 +13,16 @@
 
 namespace nurvex7 {
 
+namespace {
+
+void _ask_for_places_and_notes(const BreakNodes& run) {
+    const auto count = static_cast<std::size_t>(run.get_own_count());
+    prefetch(&run, sizeof(BreakNodes) +
+                       count * (sizeof(BreakNodes::point) + 2 * (BreakNodes::NOTE_SIZE + 1)));
+}
+
+} // namespace
+
 // Brings the drawing of the run before back: every old node on its level, every level in the order
 // of the old y, the dummy nodes of old edges with their coordinates.
 //
@@ -28,38 +38,19 @@ void IncLayout::restore_old_levels() {
     keeps_records = leaves_for_later() && !run_nodes->has_repeated();
     const std::optional<WayBack> nodes_back = look_up_edges();
     const std::vector<std::vector<Node>> before = take_levels_apart();
-    const auto restore = [&](std::size_t i) {
-        const RunNodes::Past& past = run_nodes->at(static_cast<int>(i));
-        const NodeInfo& old = past.info;
-        if (nodes_back.has_value() && past.is_recorded) {
-            nodes[i].SetPosition((*nodes_back)(nodes[i].GetPosition()));
-        }
-        if ((past.hidden && !keep_hidden) || !old.is_old) {
-            return;
-        }
-        const Node& n = nodes[i];
-        lengthen_to_hold(old.level);
-        info_of(static_cast<int>(i)) = old;
-        if (!past.hidden && !old.was_hidden) {
-            const tamsel7::size<double> size = n.GetSize();
-            const LocalNodeInfo* const tracks = local_info.node_info.find(n);
-            Standing standing;
-            standing.y = n.GetPosition().y;
-            standing.width = size.width;
-            standing.number = static_cast<int>(i);
-            if (tracks == nullptr || tracks->wrap_count < 1) {
-                standing.room = size.height;
-            }
-            restore_on_level(old.level, n, standing);
-            restore_old_dummies(n, static_cast<int>(i));
-        }
-    };
     const auto ask_for_chains = [&](std::size_t i, auto ask) {
         for (const RunEdge& e : run_edges->out_of(static_cast<int>(i))) {
             if (e.crosses_levels && e.run != nullptr) {
                 ask(*e.run);
             }
         }
+    };
+    const auto restore = [&](std::size_t i) {
+        const int number = static_cast<int>(i);
+        if (nodes_back.has_value() && run_nodes->at(number).is_recorded) {
+            nodes[i].SetPosition((*nodes_back)(nodes[i].GetPosition()));
+        }
+        restore_old_node(nodes[i], number);
     };
     for_each_ahead(
         nodes.size(), restore,
@@ -69,13 +60,38 @@ void IncLayout::restore_old_levels() {
         },
         [&](std::size_t i) {
             prefetch(nodes[i].get_impl()->known_vis);
-            ask_for_chains(i, [](BreakNodes& run) { run.PrefetchAll(); });
+            ask_for_chains(i, _ask_for_places_and_notes);
         });
     fill_levels();
     if (holds_real_node_last()) {
         level_nodes.emplace_back();
         cur_levels->resize(level_nodes.size() + 1);
     }
+}
+
+// The node with a number, and the chains of the edges that leave it.
+void IncLayout::restore_old_node(const Node& n, int i) {
+    const RunNodes::Past& past = run_nodes->at(i);
+    const NodeInfo& old = past.info;
+    if ((past.hidden && !keep_hidden) || !old.is_old) {
+        return;
+    }
+    lengthen_to_hold(old.level);
+    info_of(i) = old;
+    if (past.hidden || old.was_hidden) {
+        return;
+    }
+    const tamsel7::size<double> size = n.GetSize();
+    const LocalNodeInfo* const tracks = local_info.node_info.find(n);
+    Standing standing;
+    standing.y = n.GetPosition().y;
+    standing.width = size.width;
+    standing.number = i;
+    if (tracks == nullptr || tracks->wrap_count < 1) {
+        standing.room = size.height;
+    }
+    restore_on_level(old.level, standing, *n.get_vis(), *n.get_impl());
+    restore_old_dummies(n, i);
 }
 
 // Looks up the edges of the run, and brings what the run before has drawn back to where its owner
@@ -100,10 +116,6 @@ std::optional<WayBack> IncLayout::look_up_edges() {
     return has_all_nodes ? back : std::nullopt;
 }
 
-void IncLayout::restore_on_level(int level, const Node& node, const Standing& standing) {
-    restore_on_level(level, standing, *node.get_vis(), *node.get_impl());
-}
-
 void IncLayout::restore_on_level(int level, const Standing& standing, IGraphVis& vis,
                                  INodeImpl& impl) {
     lengthen_to_hold(level);
@@ -122,7 +134,7 @@ std::vector<std::vector<Node>> IncLayout::take_levels_apart() {
     standings.clear();
     for (std::size_t k = 0; k < before.size(); ++k) {
         for (const Node& n : before[k]) {
-            restore_on_level(static_cast<int>(k), n, standing_of(n));
+            restore_on_level(static_cast<int>(k), standing_of(n), *n.get_vis(), *n.get_impl());
         }
     }
     return before;
@@ -142,21 +154,38 @@ void IncLayout::fill_levels() {
         fill_level(k, turns);
     }
     returning.clear();
+    release_levels(last_levels);
 }
 
-// Handles are made once each: there are as many as nodes and dummy nodes.
+// There are as many handles as nodes and dummy nodes: each is made once, or stays from the run
+// before.
 void IncLayout::fill_level(std::size_t k, const std::vector<Turn>& turns) {
     const std::vector<Returning>& from = returning[k];
-    level_nodes[k].reserve(turns.size());
     standings[k].reserve(turns.size());
+    for (const Turn& turn : turns) {
+        standings[k].push_back(from[turn.at].standing);
+    }
+    if (stands_as_before(k, turns)) {
+        level_nodes[k].swap(last_levels[k]);
+        return;
+    }
+    level_nodes[k].reserve(turns.size());
     for_each_ahead(
         turns.size(),
         [&](std::size_t i) {
             const Returning& node = from[turns[i].at];
             level_nodes[k].emplace_back(node.vis, node.impl);
-            standings[k].push_back(node.standing);
         },
         [&](std::size_t i) { __builtin_prefetch(from[turns[i].at].impl); });
+}
+
+bool IncLayout::stands_as_before(std::size_t k, const std::vector<Turn>& turns) const {
+    const auto is_same = [&](const Turn& turn, const Node& before) {
+        const Returning& now = returning[k][turn.at];
+        return now.impl == before.get_impl().get() && now.vis == before.get_vis().get();
+    };
+    return k < last_levels.size() && std::equal(turns.begin(), turns.end(), last_levels[k].begin(),
+                                                last_levels[k].end(), is_same);
 }
 
 void IncLayout::lengthen_to_hold(int level) {

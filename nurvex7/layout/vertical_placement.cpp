@@ -67,7 +67,7 @@ bool first_greater_p(std::pair<double, double> entry, double y) {
 
 namespace {
 
-using rooms_t = std::map<double, double>; // where room has to be opened, and how much
+using rooms_t = std::map<double, double>;
 
 // Replaces each amount by the sum of it and all before it.
 std::vector<std::pair<double, double>> _accumulate(const rooms_t& rooms) {
@@ -81,12 +81,42 @@ std::vector<std::pair<double, double>> _accumulate(const rooms_t& rooms) {
 } // namespace
 
 // The height of a node of a level, less the way to the edge of a dummy node where that is known.
-double IncLayout::room_on_level(const Node& node, const Standing& at) {
+double IncLayout::room_on_level(std::size_t k, std::size_t i) {
+    Standing& at = standings[k][i];
+    if (at.room != Standing::UNKNOWN) {
+        return at.room;
+    }
     if (!at.is_dummy || at.number < 0) {
-        return _get_height(node);
+        return at.room = _get_height(level_nodes[k][i]);
     }
     const Edge& edge = run_edges->edge_of(run_edges->all()[static_cast<std::size_t>(at.number)]);
-    return edge.GetHandler()->GetWidth(edge);
+    return at.room = edge.GetHandler()->GetWidth(edge);
+}
+
+// The conflicts of a level: where room has to be opened, and how much.
+void IncLayout::find_rooms(std::size_t k, rooms_t& rooms) {
+    const double min_gap = std::min(node_gap, edge_gap) / 2;
+    const std::vector<Standing>& level = standings[k];
+    const auto look_below = [&](std::size_t i) {
+        const double need = level[i].y + room_on_level(k, i) + min_gap;
+        const double y = level[i + 1].y;
+        if (y < need) {
+            double& room = rooms.emplace(y, need - y).first->second;
+            room = std::max(room, need - y);
+        }
+    };
+    const auto entry_of = [&](std::size_t i) -> const RunEdge* {
+        const auto number = static_cast<std::size_t>(level[i].number);
+        return level[i].is_dummy && level[i].number >= 0 ? &run_edges->all()[number] : nullptr;
+    };
+    for_each_ahead(
+        level.empty() ? 0 : level.size() - 1, look_below,
+        [&](std::size_t i) { prefetch(entry_of(i)); },
+        [&](std::size_t i) {
+            if (const RunEdge* const e = entry_of(i)) {
+                prefetch(&run_edges->edge_of(*e));
+            }
+        });
 }
 
 // Opens room where the old y no longer fit, pushing down everything below a conflict on all levels
@@ -104,25 +134,10 @@ void IncLayout::make_y_shifts() {
     if (level_nodes.size() < 3) {
         return;
     }
-    const double min_gap = std::min(node_gap, edge_gap) / 2;
     std::vector<std::vector<Standing>>& standing = take_standings();
-    const auto room_of = [&](std::size_t k, std::size_t i) {
-        Standing& at = standing[k][i];
-        if (at.room == Standing::UNKNOWN) {
-            at.room = room_on_level(level_nodes[k][i], at);
-        }
-        return at.room;
-    };
     rooms_t rooms;
     for (std::size_t k = 1; k + 1 < standing.size(); ++k) {
-        for (std::size_t i = 1; i < standing[k].size(); ++i) {
-            const double need = standing[k][i - 1].y + room_of(k, i - 1) + min_gap;
-            const double y = standing[k][i].y;
-            if (y < need) {
-                double& room = rooms.emplace(y, need - y).first->second;
-                room = std::max(room, need - y);
-            }
-        }
+        find_rooms(k, rooms);
     }
     if (rooms.empty()) {
         return;
@@ -134,7 +149,7 @@ void IncLayout::make_y_shifts() {
             if (!knows_all_phases()) {
                 y = level_nodes[k][i].GetPosition().y; // a node may stand on the levels twice
             }
-            const double centre = y + room_of(k, i) / 2;
+            const double centre = y + room_on_level(k, i) / 2;
             const auto below =
                 std::partition_point(total.begin(), total.end(), [&](const auto& entry) {
                     return !first_greater_p(entry, centre);
