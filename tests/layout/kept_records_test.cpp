@@ -72,7 +72,12 @@ public:
                 resizes ? g.resize(g.root()) : g.update(g.root());
             }
         } catch (const std::runtime_error&) {
-            g.recalculate(); // what is queued still
+            // What was cut short goes back to where it stood, also where it is hidden by now.
+            const std::vector<Node> nodes = g.nodes();
+            for (std::size_t i = 0; i < nodes.size(); i += 3) {
+                Node(nodes[i]).SetCondition(nodes[i].GetCondition() | NODE_HIDDEN);
+            }
+            g.recalculate();
         }
         calls_left = -1;
     }
