@@ -17,6 +17,7 @@
 #include <string>
 #include <sys/resource.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -267,6 +268,20 @@ TEST_F(NurvexTest, CheckTellsFaultsByLineOrTheSizeOfTheGraph) {
     EXPECT_TRUE(faulty.error.contains("standard input:3: ")) << faulty.error.toStdString();
     EXPECT_TRUE(faulty.error.contains("standard input:5: "));
     EXPECT_EQ(faulty.out, "");
+}
+
+TEST_F(NurvexTest, WithoutADisplayAPictureIsAdvised) {
+    for (const auto& [name, value] :
+         {std::pair("", ""), {"DISPLAY", ":77"}, {"QT_QPA_PLATFORM", "bogus"}}) {
+        variables.clear();
+        variables.insert(name, value);
+        const Outcome outcome = run({"view", "g.txt"});
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_TRUE(outcome.error.startsWith("nurvex: ") && outcome.error.contains(value) &&
+                    outcome.error.endsWith("draw a picture instead: nurvex draw FILE -o OUT\n"))
+            << outcome.error.toStdString();
+        EXPECT_EQ(outcome.error.count('\n'), 1) << outcome.error.toStdString();
+    }
 }
 
 class NurvexRefuses : public NurvexTest, public testing::WithParamInterface<Refusal> {};

@@ -45,6 +45,7 @@ protected:
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(name);
         }
+        environment.insert(variables);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder.path());
         process.start(NURVEX_PROGRAM, words);
@@ -64,6 +65,7 @@ protected:
     }
 
     QTemporaryDir folder;
+    QProcessEnvironment variables; ///< that the program finds
 };
 
 struct Refusal {
