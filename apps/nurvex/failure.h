@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -24,5 +26,18 @@ public:
 private:
     ExitCode code;
 };
+
+/// Why something could not be done with a file, in words for a user: those of a Failure, or what is
+/// meant by the others.
+inline std::string WordsOf(const std::exception& error, const std::string& file) {
+    if (dynamic_cast<const Failure*>(&error) != nullptr) {
+        return error.what();
+    }
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        return file + ": there is not enough memory for this; close other programs, or take a part "
+                      "of the graph";
+    }
+    return file + ": the program ran into a fault of its own: " + error.what();
+}
 
 } // namespace nurvex

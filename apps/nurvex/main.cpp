@@ -28,8 +28,7 @@ int main(int count, char** words) {
         std::cerr << "nurvex: " << failure.what() << '\n';
         return failure.GetCode();
     } catch (const std::exception& error) {
-        std::cerr << "nurvex: the program ran into a fault of its own or out of memory: "
-                  << error.what() << '\n';
+        std::cerr << "nurvex: " << nurvex::WordsOf(error, count > 1 ? words[1] : "start") << '\n';
         return nurvex::EXIT_FILES;
     }
 }

@@ -28,6 +28,10 @@ namespace {
 constexpr int MOST_RECENT = 10;
 const char* const RECENT_KEY = "files/recent";
 
+QString words_of(const std::exception& failure, const QString& file) {
+    return QString::fromStdString(WordsOf(failure, file.toStdString()));
+}
+
 } // namespace
 
 void ViewWindow::tell(const QString& title, const QString& text) {
@@ -48,7 +52,7 @@ bool ViewWindow::Open(const QString& file) {
     } catch (const Cancelled&) {
         statusBar()->showMessage(QStringLiteral("Not opened."), 5000);
     } catch (const std::exception& failure) {
-        tell(QStringLiteral("The file was not opened"), QString::fromUtf8(failure.what()));
+        tell(QStringLiteral("The file was not opened"), words_of(failure, absolute));
     }
     return false;
 }
@@ -115,7 +119,7 @@ bool ViewWindow::Export(const QString& to, bool whole) {
                                  10'000);
         return true;
     } catch (const std::exception& failure) {
-        tell(QStringLiteral("Nothing was exported"), QString::fromUtf8(failure.what()));
+        tell(QStringLiteral("Nothing was exported"), words_of(failure, to));
     }
     return false;
 }

@@ -1,4 +1,5 @@
 // What can be done with the graph that is shown.
+#include "apps/nurvex/failure.h"
 #include "apps/nurvex/spacing_dialog.h"
 #include "apps/nurvex/starts.h"
 #include "apps/nurvex/view_window.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <exception>
 
 namespace nurvex {
 
@@ -254,15 +256,25 @@ void ViewWindow::SetSpacing(const Spacing& chosen) {
     const graph_ptr2<Graph> graph = view->GetGraph();
     const QScopedValueRollback mark(opening, true);
     view->GetContent().SetHeld(true); // a repaint meanwhile would lay out inside this layout
+    const auto return_to_old = [&] {
+        graph->SetDefaultLayout(layout);
+        graph->GetRoot().MakeLayout();
+    };
+    QString failed;
     try {
         layout = LayOut(graph, chosen, view->GetPainter(), this);
         spacing = chosen;
     } catch (const Cancelled&) {
-        graph->SetDefaultLayout(layout);
-        graph->GetRoot().MakeLayout();
+        return_to_old();
+    } catch (const std::exception& failure) {
+        return_to_old();
+        failed = QString::fromStdString(WordsOf(failure, path.toStdString()));
     }
     view->GetContent().SetHeld(false);
     after_change(std::nullopt);
+    if (!failed.isEmpty()) {
+        tell(QStringLiteral("The distances stay as they were"), failed);
+    }
 }
 
 } // namespace nurvex

@@ -1,5 +1,10 @@
 // What is shown of a graph, and told of it.
+#include "nurvex7/presentation/simple_node_handler.h"
 #include "tests/apps/view_window_fixture.h"
+
+#include <new>
+#include <sys/resource.h>
+#include <utility>
 
 namespace nurvex {
 namespace {
@@ -36,6 +41,62 @@ TEST_F(ViewWindowTest, OnlyTheStartsAreDrawnAlikeBeforeAndAfterUndo) {
     click(right_port_of(node("n3")));
     EXPECT_TRUE(IsFlagSet(node("behind"), NODE_DRAWN)) << "with the cluster around it";
 }
+
+/// Runs out of memory once.
+class GreedyHandler final : public SimpleNodeHandler {
+public:
+    using SimpleNodeHandler::GetSize;
+    tamsel7::size<double> GetSize(Node node) override {
+        if (!std::exchange(done, true)) {
+            throw std::bad_alloc();
+        }
+        return SimpleNodeHandler::GetSize(node);
+    }
+
+private:
+    bool done = false;
+};
+
+TEST_F(ViewWindowTest, WithoutMemoryTheDistancesStayAndTheViewLives) {
+    Node mail = node("mail");
+    const auto gap = [this] {
+        return node("shop").GetPosition().x - node("browser").GetPosition().x;
+    };
+    const double before = gap();
+    const auto usual = mail.GetHandler();
+    mail.SetHandler(graph_ptr2<INodeHandler>(new GreedyHandler, /*owns=*/true));
+    Spacing wide;
+    wide.level_gap += 40;
+    const QString text = told([&] { window.SetSpacing(wide); });
+    EXPECT_TRUE(text.contains("shop.txt: there is not enough memory")) << text.toStdString();
+    mail.SetHandler(usual);
+    EXPECT_EQ(gap(), before);
+    const QPoint stands = corner_of(mail);
+    drag(view(), {5, 5}, {65, 45});
+    EXPECT_EQ(corner_of(mail) - stands, QPoint(60, 40));
+    window.SetSpacing(wide);
+    EXPECT_DOUBLE_EQ(gap(), before + 40);
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(ViewWindowTest, AFileLargerThanTheMemoryIsNamed) {
+    constexpr qint64 HALF_A_GIGABYTE = 1 << 29;
+    QFile large(file("large.txt"));
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(HALF_A_GIGABYTE));
+    QFile pages(QStringLiteral("/proc/self/statm"));
+    ASSERT_TRUE(pages.open(QIODevice::ReadOnly));
+    struct rlimit usual = {};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &usual), 0);
+    struct rlimit tight = usual;
+    tight.rlim_cur =
+        pages.readAll().split(' ').front().toULongLong() * 4096 + HALF_A_GIGABYTE * 3 / 4;
+    setrlimit(RLIMIT_AS, &tight);
+    const QString text = told([&] { EXPECT_FALSE(window.Open(large.fileName())); });
+    setrlimit(RLIMIT_AS, &usual);
+    EXPECT_TRUE(text.contains("large.txt: there is not enough memory")) << text.toStdString();
+    EXPECT_EQ(window.GetPath(), file("shop.txt"));
+}
+#endif
 
 TEST_F(ViewWindowTest, TooltipsStayOnTheScreenAndOutOfEmptyDrawings) {
     write("long.txt", "long\n[nodes]\n1 \"" + QByteArray("long ").repeated(400) +
