@@ -3,7 +3,9 @@
 #include <QGlyphRun>
 #include <QPaintDevice>
 #include <QPaintEngine>
-#include <QPainterPath>
+
+#include <algorithm>
+#include <utility>
 
 namespace nurvex7::qt {
 
@@ -21,6 +23,54 @@ QPen with_full_joins(QPen pen) {
     return pen;
 }
 
+/// What can be seen of a line. Its parts stay one figure: where they cross, they are painted once.
+/// One segment more at each end has them meet the rest at the corners that they have in the whole.
+class SeenLine {
+public:
+    explicit SeenLine(const QRectF& area) : sight(area) {}
+
+    /// False where no point between the two lies in sight. A place that is no number does.
+    bool Sees(QPointF a, QPointF b) const {
+        return !(std::max(a.x(), b.x()) < sight.left() || std::min(a.x(), b.x()) > sight.right() ||
+                 std::max(a.y(), b.y()) < sight.top() || std::min(a.y(), b.y()) > sight.bottom());
+    }
+
+    /// Goes on from where the last segment has ended.
+    void Add(QPointF from, QPointF to) {
+        const bool seen = Sees(from, to);
+        if (!seen && !shown) {
+            end_part();
+            part.append(from);
+        } else if (part.isEmpty()) {
+            part.append(from);
+        }
+        part.append(to);
+        worthwhile = worthwhile || seen;
+        shown = seen;
+    }
+
+    QPainterPath Take() {
+        end_part();
+        shown = false;
+        return std::exchange(path, {});
+    }
+
+private:
+    void end_part() {
+        if (worthwhile) {
+            path.addPolygon(part);
+        }
+        part.clear();
+        worthwhile = false;
+    }
+
+    QRectF sight;
+    QPainterPath path;
+    QPolygonF part;
+    bool worthwhile = false; ///< something of the part is seen
+    bool shown = false;      ///< the last segment is
+};
+
 } // namespace
 
 PainterCanvas::PainterCanvas(QPainter& given) : painter(given) {
@@ -36,6 +86,11 @@ PainterCanvas::PainterCanvas(QPainter& given) : painter(given) {
     } else if (type == QPaintEngine::Pdf) {
         text_form = TextForm::GLYPHS;
     }
+    // A widget counts its width in units, other surfaces theirs in pixels.
+    const QPaintDevice* target = painter.device();
+    const QSizeF size = QSizeF(target->width(), target->height()) * target->devicePixelRatio();
+    surface = painter.combinedTransform().inverted().mapRect(QRectF(QPointF(), size));
+    seen = surface;
 }
 
 QSizeF PainterCanvas::GetExtent() const {
@@ -46,40 +101,58 @@ QSizeF PainterCanvas::GetExtent() const {
 
 void PainterCanvas::SetClip(const QRectF& area) {
     painter.setClipRect(area);
+    seen = surface.intersected(area);
 }
 
 void PainterCanvas::CancelClip() {
     painter.setClipping(false);
+    seen = surface;
 }
 
-/// The long stretches of a line on pixels are filled as rectangles, and only the corners between
-/// them are stroked: the time to fill a path that is many pixels high grows with the square of its
-/// height, that of a rectangle, turned or not, with its height.
+/// Segments out of sight are left out on pixels; where they were, lines end that nobody sees end.
+/// Dashes are counted from the beginning of a line, and who reads from paper sees all of it.
+///
+/// The long stretches that remain are filled as rectangles, and only the corners between them are
+/// stroked: the time to fill a path that is many pixels high grows with the square of its height,
+/// that of a rectangle, turned or not, with its height.
 void PainterCanvas::DrawPolyline(const QPolygonF& points, const QPen& pen) {
-    if (grid_x.scale <= 0 || pen.style() == Qt::NoPen) {
-        stroke(points, pen);
+    if (grid_x.scale <= 0 || pen.style() != Qt::SolidLine) {
+        QPainterPath whole;
+        whole.addPolygon(points);
+        stroke(whole, pen);
         return;
     }
-    QPolygonF corner{points.first()};
+    const double reach = reach_of(pen);
+    SeenLine corner(seen.adjusted(-reach, -reach, reach, reach));
     for (qsizetype i = 1; i < points.size(); ++i) {
-        const QLineF middle = middle_of(QLineF(points[i - 1], points[i]));
+        QPointF from = points[i - 1];
+        const QLineF middle = middle_of(QLineF(from, points[i]));
         const bool along_axis = middle.dx() == 0 || middle.dy() == 0;
         // Across the pixels, the pieces overlap a little, which only full colours hide.
         if (!middle.isNull() && (along_axis || pen.color().alpha() == 255)) {
-            corner.append(middle.p1());
-            stroke(corner, pen);
-            fill_line(middle, along_axis ? 0 : 0.5, pen);
-            corner = {middle.p2()};
+            corner.Add(from, middle.p1());
+            stroke(corner.Take(), pen);
+            if (corner.Sees(middle.p1(), middle.p2())) {
+                fill_line(middle, along_axis ? 0 : 0.5, pen);
+            }
+            from = middle.p2();
         }
-        corner.append(points[i]);
+        corner.Add(from, points[i]);
     }
-    stroke(corner, pen);
+    stroke(corner.Take(), pen);
 }
 
-void PainterCanvas::stroke(const QPolygonF& points, const QPen& pen) {
-    QPainterPath path;
-    path.addPolygon(points);
-    painter.strokePath(path, with_full_joins(pen));
+/// How far from its points a line may colour a pixel: corners and caps reach as far as the pen
+/// allows, and soft edges a pixel further.
+double PainterCanvas::reach_of(const QPen& pen) const {
+    const double pixel = 1 / std::min(grid_x.scale, grid_y.scale);
+    return pen.widthF() * std::max(1.0, pen.miterLimit()) + 2 * pixel;
+}
+
+void PainterCanvas::stroke(const QPainterPath& path, const QPen& pen) {
+    if (!path.isEmpty()) {
+        painter.strokePath(path, with_full_joins(pen));
+    }
 }
 
 /// A segment without its ends; null where it is not worth parting. Along an axis the cuts lie

@@ -4,6 +4,7 @@
 
 #include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QRawFont>
 
 #include <utility>
@@ -15,7 +16,7 @@ namespace nurvex7::qt {
 ///
 /// On pixels, lines and baselines lie on whole pixels of the device, whatever its pixel ratio. On
 /// paper (PDF, printers) everything stays where it is and texts stay texts. Other devices take
-/// texts as outlines.
+/// texts as outlines. What a line costs on pixels goes by how much of it is seen.
 ///
 /// Space   the QPainter's coordinates at construction
 /// Duty    the QPainter is active and outlives the canvas; its transform is not changed meanwhile
@@ -38,7 +39,8 @@ public:
 private:
     enum class TextForm { GLYPHS, OUTLINES };
 
-    void stroke(const QPolygonF& points, const QPen& pen);
+    double reach_of(const QPen& pen) const;
+    void stroke(const QPainterPath& path, const QPen& pen);
     QLineF middle_of(const QLineF& segment) const;
     void fill_line(const QLineF& line, double overlap, const QPen& pen);
     void draw_glyphs(const ShapedText& text, QPointF baseline, double size, const QColor& color);
@@ -48,6 +50,8 @@ private:
     QPainter& painter;
     PixelGrid grid_x;
     PixelGrid grid_y;
+    QRectF surface; ///< what can be seen at all; more where that is not known
+    QRectF seen;    ///< of it, what the clip leaves
     TextForm text_form = TextForm::OUTLINES;
     std::vector<std::pair<QRawFont, QRawFont>> sized_faces; ///< at REFERENCE_SIZE, at a size in use
 };

@@ -5,6 +5,10 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <random>
+
 namespace nurvex7::qt {
 namespace {
 
@@ -56,6 +60,83 @@ TEST(PainterCanvas, AFocusFrameTakesOnePixelAndIsGoneWhenDrawnAgain) {
         EXPECT_EQ(changed_pixels(image, before), c.pixels);
         draw_frame(image, c.frame);
         EXPECT_EQ(changed_pixels(image, before), 0);
+    }
+}
+
+/// Chains of short segments with sharp corners, joined by long ones.
+QPolygonF random_route(std::mt19937& random, bool slanting) {
+    const auto within = [&random](double reach) {
+        return std::uniform_real_distribution<double>(-reach, reach)(random);
+    };
+    QPolygonF route{{within(300), within(300)}};
+    for (int i = 0; i < 6; ++i) {
+        const QPointF last = route.last();
+        const QPointF far(within(300), within(300));
+        const auto kind = random() % 2;
+        route.append(slanting    ? far
+                     : kind == 0 ? QPointF(far.x(), last.y())
+                                 : QPointF(last.x(), far.y()));
+        for (int k = 0; k < 6; ++k) {
+            route.append(route.last() + QPointF(within(12), within(12)));
+        }
+    }
+    return route;
+}
+
+/// What a surface shows of many lines, drawn once for each piece of it.
+QImage picture_of_lines(const QRectF& area, double ratio, bool slanting, int pieces) {
+    QImage image((area.size() * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    QPainter inner(&image);
+    inner.translate(-area.topLeft());
+    PainterCanvas canvas(inner);
+    const QSizeF size = area.size() / pieces;
+    for (int piece = 0; piece < pieces * pieces; ++piece) {
+        const QPointF corner(size.width() * (piece % pieces), size.height() * (piece / pieces));
+        canvas.SetClip(QRectF(area.topLeft() + corner, size));
+        std::mt19937 random(7);
+        for (int i = 0; i < 20; ++i) {
+            const QColor color = QColor::fromHsv(18 * i, 255, 160, i % 3 == 0 ? 120 : 255);
+            const QPen pen(color, 1.0 + i % 4, Qt::SolidLine,
+                           i % 5 == 0 ? Qt::SquareCap : Qt::FlatCap,
+                           i % 7 == 0 ? Qt::RoundJoin : Qt::MiterJoin);
+            canvas.DrawPolyline(random_route(random, slanting), pen);
+        }
+        canvas.CancelClip();
+    }
+    return image;
+}
+
+int farthest_colour(const QImage& a, const QImage& b) {
+    int most = 0;
+    for (int i = 0; i < a.width() * a.height(); ++i) {
+        const QColor one = a.pixelColor(i % a.width(), i / a.width());
+        const QColor other = b.pixelColor(i % a.width(), i / a.width());
+        most =
+            std::max({most, std::abs(one.red() - other.red()),
+                      std::abs(one.green() - other.green()), std::abs(one.blue() - other.blue())});
+    }
+    return most;
+}
+
+/// What is out of sight is left out, and what is seen looks as it does among all the rest.
+TEST(PainterCanvas, LinesLookTheSameHoweverMuchOfThemIsSeen) {
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        for (const bool slanting : {false, true}) {
+            SCOPED_TRACE(testing::Message() << ratio << (slanting ? ", slanting" : ""));
+            const QImage whole = picture_of_lines({-320, -320, 640, 640}, ratio, slanting, 1);
+            const QImage pieces = picture_of_lines({-320, -320, 640, 640}, ratio, slanting, 4);
+            const QRectF window(-70, -140, 200, 120);
+            const QRect place((window.topLeft() + QPointF(320, 320)).toPoint() * ratio,
+                              (window.size() * ratio).toSize());
+            // Qt cuts a long slanting line off at the clip, and rounds where it does.
+            const int rounded = slanting ? 8 : 1;
+            EXPECT_LE(farthest_colour(pieces, whole), rounded);
+            EXPECT_LE(
+                farthest_colour(picture_of_lines(window, ratio, slanting, 1), whole.copy(place)),
+                rounded);
+        }
     }
 }
 
