@@ -101,6 +101,7 @@ private:
     void check_first_line(const std::string& text);
     void check_line(const std::string& text);
     bool check_header(const std::string& text);
+    void check_encoding(const std::string& text);
     void enter(TextSection section);
 
     void check_node_line(const std::string& text);
@@ -125,6 +126,8 @@ private:
     std::size_t nodes_header = 0;   ///< line of the first header of nodes
     std::size_t carriage_line = 0;  ///< the first line that ends with a carriage return
     std::size_t carriage_count = 0; ///< of such lines
+    std::size_t foreign_line = 0;   ///< the first node or edge that is not in UTF-8
+    std::size_t foreign_count = 0;  ///< of such lines
     bool told_above_all = false;
     bool has_node_lines = false;
     std::vector<CheckedNode> nodes;
@@ -180,13 +183,21 @@ void TextGraphCheck::check_line(const std::string& text) {
         }
         break;
     case Place::NODES:
+        check_encoding(text);
         check_node_line(text);
         break;
     case Place::EDGES:
+        check_encoding(text);
         check_edge_line(text);
         break;
     case Place::LET_BE:
         break;
+    }
+}
+
+void TextGraphCheck::check_encoding(const std::string& text) {
+    if (!is_utf8(text)) {
+        foreign_line = foreign_count++ == 0 ? line : foreign_line;
     }
 }
 
@@ -354,6 +365,11 @@ void TextGraphCheck::check_whole() {
         report_at(carriage_line, "carriage returns end ", carriage_count,
                   carriage_count == 1 ? " line" : " lines",
                   ", this one first; save the file with newlines alone");
+    }
+    if (foreign_count > 0) {
+        report_at(foreign_line, "letters that are not in UTF-8 stand in ", foreign_count,
+                  foreign_count == 1 ? " line" : " lines",
+                  ", this one first, and would be lost; save the file in UTF-8");
     }
     if (line == 0) {
         report_at(1, "the file is empty; put a title on its first line, [nodes] on the second, and "

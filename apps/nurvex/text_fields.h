@@ -23,6 +23,41 @@ inline std::string shown(std::string_view text) {
     return result + (text.size() > LONGEST ? "...\"" : "\"");
 }
 
+/// The length of the letter of UTF-8 that a text begins with; 0 where there is none: a byte goes on
+/// what nothing began, a letter is cut or longer than need be, or it is half of a pair.
+inline std::size_t utf8_length(std::string_view text) {
+    const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char first = byte(0);
+    const std::size_t length = first < 0x80    ? 1
+                               : first < 0xC2  ? 0
+                               : first < 0xE0  ? 2
+                               : first < 0xF0  ? 3
+                               : first <= 0xF4 ? 4
+                                               : 0;
+    if (length > text.size()) {
+        return 0;
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if (byte(i) < 0x80 || byte(i) > 0xBF) {
+            return 0;
+        }
+    }
+    const bool unfit = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xED && byte(1) > 0x9F) ||
+                       (first == 0xF0 && byte(1) < 0x90) || (first == 0xF4 && byte(1) > 0x8F);
+    return unfit ? 0 : length;
+}
+
+inline bool is_utf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = utf8_length(text);
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
 /// Without the white space around it.
 inline std::string_view trimmed(std::string_view text) {
     while (!text.empty() && is_white_space(text.front())) {

@@ -114,6 +114,20 @@ TEST(GraphCheck, NamesTheLinesAtFault) {
          "2 carriage returns end 4 lines"},
         {"carriage returns alone", "t\r[nodes]\r1 \"a\" 0 0\r",
          "1 carriage returns stand inside|1 no [nodes] section"},
+        {"letters of another encoding, reported once",
+         "\xe9\n[nodes]\n1 \"\xc3\xa9\xe2\x82\xac\xed\x9f\xbf\xf0\x9f\x98\x80\" 0 0\n2 \"caf\xe9\" "
+         "0 0\n"
+         "[edges]\n1 2 \"\xc3\"\n[types]\n\xe9\n",
+         "4 not in UTF-8 stand in 2 lines"},
+        {"letters longer than need be",
+         with_edges("1 2 \"\xe0\x9f\xbf\"\n1 2 \"\xf0\x8f\xbf\xbf\"\n"
+                    "1 2 \"\xc1\xbf\"\n"),
+         "6 in 3 lines"},
+        {"halves of pairs, letters that are none, and cut ones",
+         with_nodes(
+             "3 \"\xed\xa0\x80\" 0 0\n4 \"\xf4\x90\x80\x80\" 0 0\n5 \"\xf5\x80\x80\x80\" 0 0\n"
+             "6 \"\x80\" 0 0\n7 \"\xf0\x9f\x98\" 0 0\n"),
+         "5 in 5 lines"},
         {"no text", std::string("t\n[nodes]\n1 \"\0\" 0 0\nx", 22), "3 NUL"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.shows);
