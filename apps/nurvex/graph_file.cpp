@@ -23,6 +23,8 @@ using nurvex7::graph_ptr2;
 namespace {
 
 constexpr const char* STANDARD_INPUT = "-";
+constexpr std::size_t PIECE = 1 << 16;
+constexpr std::size_t LARGEST = std::size_t{1} << 31; ///< bytes: many times what can be drawn
 
 /// A file that is open for reading.
 class Descriptor {
@@ -46,12 +48,11 @@ public:
 
 /// The next piece of a file, at its end. False where there is none.
 bool read_piece(const std::string& name, int from, std::string& content) {
-    constexpr std::size_t piece = 1 << 16;
     const std::size_t before = content.size();
-    content.resize(before + piece);
+    content.resize(before + PIECE);
     ssize_t size = -1;
     do {
-        size = read(from, content.data() + before, piece);
+        size = read(from, content.data() + before, PIECE);
     } while (size < 0 && errno == EINTR);
     if (size < 0) {
         const int error = errno;
@@ -65,14 +66,27 @@ bool read_piece(const std::string& name, int from, std::string& content) {
     return size > 0;
 }
 
+bool goes_on(const std::string& name, int from, std::string& content) {
+    const std::size_t before = content.size();
+    if (!read_piece(name, from, content)) {
+        return false;
+    }
+    if (content.size() > LARGEST - PIECE) {
+        throw Failure(EXIT_FILES, name + ": is larger than two gigabytes, or never ends; name a "
+                                         "smaller graph");
+    }
+    // What stands behind a NUL byte is not checked: some devices give them for ever.
+    return content.find('\0', before) == std::string::npos;
+}
+
 // A stream would not do: what its buffer meets on the way, it gives out as the end of the file.
 std::string read_all(const std::string& name, int from) {
     std::string content;
     struct stat about {};
     if (fstat(from, &about) == 0 && S_ISREG(about.st_mode)) {
-        content.reserve(static_cast<std::size_t>(about.st_size) + (1 << 16));
+        content.reserve(std::min(static_cast<std::size_t>(about.st_size) + PIECE, LARGEST));
     }
-    while (read_piece(name, from, content)) {
+    while (goes_on(name, from, content)) {
     }
     return content;
 }

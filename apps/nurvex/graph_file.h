@@ -13,8 +13,9 @@ namespace nurvex {
 /// A text graph as a user names it, read once.
 class GraphFile {
 public:
-    /// Reads the whole file, or standard input where the name is "-".
-    /// Errors  a Failure where it cannot be read
+    /// Reads the whole file, or standard input where the name is "-". Where it holds NUL bytes, it
+    /// may be cut behind the first, which is a fault.
+    /// Errors  a Failure where it cannot be read, or has more than two gigabytes
     explicit GraphFile(const std::string& given_name);
 
     /// Told what part of the text has been read. What it throws ends the reading.

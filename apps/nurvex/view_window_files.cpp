@@ -32,6 +32,16 @@ QString words_of(const std::exception& failure, const QString& file) {
     return QString::fromStdString(WordsOf(failure, file.toStdString()));
 }
 
+/// Of a pipe, nobody can tell when it gives something, nor read it again.
+void refuse_passing(const QString& file) {
+    const QFileInfo about(file);
+    if (about.exists() && !about.isFile() && !about.isDir()) {
+        throw Failure(EXIT_FILES, file.toStdString() +
+                                      ": is a pipe or a device, which cannot be read again; save "
+                                      "what it gives in a file, and open that");
+    }
+}
+
 } // namespace
 
 void ViewWindow::tell(const QString& title, const QString& text) {
@@ -46,6 +56,7 @@ bool ViewWindow::Open(const QString& file) {
     }
     const QString absolute = QFileInfo(file).absoluteFilePath();
     try {
+        refuse_passing(absolute);
         const QScopedValueRollback mark(opening, true);
         show_opened(OpenGraphFile(absolute, style, spacing, view->GetPainter(), this), absolute);
         return true;

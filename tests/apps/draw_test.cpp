@@ -241,6 +241,7 @@ TEST_F(NurvexTest, WhatCannotBeReadIsNoEndOfTheFile) {
         {"a closed input", "-", [] { close(0); },
          "standard input: cannot be read: Bad file descriptor; ", 1},
         {"a read error", "/proc/self/mem", {}, "/proc/self/mem: cannot be read: Input/output ", 1},
+        {"zeroes without an end", "/dev/zero", {}, "/dev/zero:1: a NUL byte: ", 2},
         {"an empty input", "-", {}, "standard input:1: the file is empty; put ", 2}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.shows);

@@ -4,6 +4,7 @@
 
 #include <new>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace nurvex {
@@ -76,6 +77,13 @@ TEST_F(ViewWindowTest, WithoutMemoryTheDistancesStayAndTheViewLives) {
     EXPECT_EQ(corner_of(mail) - stands, QPoint(60, 40));
     window.SetSpacing(wide);
     EXPECT_DOUBLE_EQ(gap(), before + 40);
+}
+
+TEST_F(ViewWindowTest, DoesNotWaitForAPipe) {
+    ASSERT_EQ(mkfifo(qPrintable(file("pipe.txt")), 0600), 0);
+    const QString text = told([&] { EXPECT_FALSE(window.Open(file("pipe.txt"))); });
+    EXPECT_TRUE(text.contains("pipe.txt: is a pipe or a device")) << text.toStdString();
+    EXPECT_EQ(window.GetPath(), file("shop.txt"));
 }
 
 #ifndef __SANITIZE_ADDRESS__
