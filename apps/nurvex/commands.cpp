@@ -29,7 +29,7 @@ void RunDraw(const DrawOptions& options) {
     progress.SetStage("reading");
     const GraphFile file(options.input);
     progress.SetStage("checking");
-    file.Check();
+    file.Check([&progress] { progress.Stop(); });
     series.Rehearse(file, options.steps);
 
     // Pictures need fonts, but no display: the application works without one at all times.

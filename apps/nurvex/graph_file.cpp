@@ -147,9 +147,12 @@ std::vector<Fault> GraphFile::find_faults(GraphSize* size, const Progress& progr
     return check_text_graph(in, size);
 }
 
-GraphSize GraphFile::Check() const {
+GraphSize GraphFile::Check(const std::function<void()>& before_telling) const {
     GraphSize size;
     const std::vector<Fault> faults = find_faults(&size, {});
+    if (!faults.empty() && before_telling) {
+        before_telling();
+    }
     for (const auto& fault : faults) {
         std::cerr << name << ':' << fault.line << ": " << fault.message << '\n';
     }

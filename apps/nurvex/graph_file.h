@@ -25,9 +25,9 @@ public:
     std::vector<Fault> FindFaults(const Progress& progress = {}) const {
         return find_faults(nullptr, progress);
     }
-    /// Looks for faults and tells each of them on standard error, with its line. Gives how large
-    /// the graph is. Errors  a Failure where there are any
-    GraphSize Check() const;
+    /// Looks for faults and tells each of them on standard error, with its line; `before_telling`
+    /// is called first then. Gives how large the graph is. Errors  a Failure where there are any
+    GraphSize Check(const std::function<void()>& before_telling = {}) const;
 
     /// A new graph at each call. Duty: the text has been checked.
     nurvex7::graph_ptr2<nurvex7::Graph> Load(const Progress& progress = {}) const;

@@ -285,6 +285,19 @@ TEST_F(NurvexTest, WithoutADisplayAPictureIsAdvised) {
     }
 }
 
+TEST_F(NurvexTest, OutputThatIsLostIsAFailure) {
+    write("g.txt", SAMPLE);
+    for (const QStringList& words :
+         {QStringList{"--help"},
+          {"check", "g.txt"},
+          {"draw", "g.txt", "--then", "hide", "6", "-o", "g.svg", "--report"}}) {
+        const Outcome outcome = run(words, {}, [] { dup2(open("/dev/full", O_WRONLY), 1); });
+        EXPECT_EQ(outcome.code, 1) << words.join(' ').toStdString();
+        EXPECT_TRUE(outcome.error.startsWith("nurvex: standard output: cannot be written: No "))
+            << outcome.error.toStdString();
+    }
+}
+
 class NurvexRefuses : public NurvexTest, public testing::WithParamInterface<Refusal> {};
 
 TEST_P(NurvexRefuses, WithAReason) {
