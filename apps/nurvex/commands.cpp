@@ -25,6 +25,7 @@ std::string many(std::size_t number, const std::string& thing) {
 
 void RunDraw(const DrawOptions& options) {
     Series series(options.output, options.steps.size() + 1);
+    series.Spare(options.input);
     Progress progress;
     progress.SetStage("reading");
     const GraphFile file(options.input);

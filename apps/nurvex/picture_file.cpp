@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 namespace nurvex {
 
@@ -84,7 +86,14 @@ PictureFile::Format PictureFile::find_format(const std::string& path) {
 
 /// What would fail only after a long layout is told before it.
 void PictureFile::check_target() const {
-    const QFileInfo file(QString::fromStdString(path));
+    if (QString::fromStdString(path).toStdString() != path) {
+        fail(path, "the name of the picture is not in UTF-8; choose another");
+    }
+    QFileInfo file(QString::fromStdString(path));
+    constexpr int longest_chain = 40;
+    for (int i = 0; i < longest_chain && file.isSymLink(); ++i) {
+        file.setFile(file.symLinkTarget()); // what is written is what the link leads to
+    }
     const QFileInfo folder(file.absolutePath());
     if (file.isDir()) {
         fail(path, "is a directory; name a file in it");
@@ -92,11 +101,21 @@ void PictureFile::check_target() const {
     if (file.exists() && !file.isFile()) {
         fail(path, "is not an ordinary file; name another");
     }
+    if (file.exists() && !file.isWritable()) {
+        fail(path, "cannot be written to; change its permissions, or name another");
+    }
     if (!folder.isDir()) {
         fail(path, "its directory does not exist; make it first, or name another");
     }
     if (!folder.isWritable()) {
         fail(path, "its directory cannot be written to; change its permissions, or name another");
+    }
+}
+
+void PictureFile::Spare(const std::string& input) const {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(path, input, ignored)) {
+        fail(path, "is the graph itself, which the picture would replace; name another file");
     }
 }
 

@@ -18,6 +18,9 @@ public:
     /// Errors  a Failure where the suffix is unknown, or where no such file can be written
     explicit PictureFile(const std::string& given_path);
 
+    /// Errors  a Failure where the picture would take the place of this file
+    void Spare(const std::string& input) const;
+
     /// Writes the picture beside the file; what was there before stays untouched.
     ///
     /// Gives a remark for the user where the picture could not be as large as the scale says; empty

@@ -29,6 +29,12 @@ Series::Series(const std::string& output, std::size_t count)
     }
 }
 
+void Series::Spare(const std::string& input) const {
+    for (const PictureFile& picture : pictures) {
+        picture.Spare(input == "-" ? "/dev/stdin" : input);
+    }
+}
+
 void Series::Rehearse(const GraphFile& file, const std::vector<Step>& steps) {
     if (steps.empty()) {
         return;

@@ -22,6 +22,9 @@ public:
     /// Errors  a Failure where a picture could not be written
     Series(const std::string& output, std::size_t count);
 
+    /// Errors  a Failure where a picture would take the place of this input
+    void Spare(const std::string& input) const;
+
     /// Takes all steps on a graph that is not laid out: a step with a fault is found at once.
     /// Errors  a Failure that names the step
     static void Rehearse(const GraphFile& file, const std::vector<Step>& steps);

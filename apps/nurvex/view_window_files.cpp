@@ -118,6 +118,7 @@ void ViewWindow::fill_recent() {
 bool ViewWindow::Export(const QString& to, bool whole) {
     try {
         PictureFile file(to.toStdString());
+        file.Spare(path.toStdString());
         const graph_ptr2<Graph> graph = view->GetGraph();
         const ViewPicture picture(graph, style.GetBackground(), view->GetTypesetter(),
                                   whole ? ViewPicture::FindWholeArea(*graph)

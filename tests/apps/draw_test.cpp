@@ -302,6 +302,8 @@ class NurvexRefuses : public NurvexTest, public testing::WithParamInterface<Refu
 
 TEST_P(NurvexRefuses, WithAReason) {
     write("g.txt", SAMPLE);
+    write("graph.svg", SAMPLE);
+    QFile::link("none/picture.svg", in_folder("link.svg"));
     QDir(folder.path()).mkdir("folder");
     QDir(folder.path()).mkdir("folder.svg");
     const Outcome outcome = run(GetParam().words);
@@ -339,6 +341,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"missing_input_of_check", {"check", "none.txt"}, 1, "none.txt: cannot be read"},
         Refusal{"folder_as_input", {"draw", "folder", "-o", "g.svg"}, 1, "is a directory"},
         Refusal{"folder_as_out", {"draw", "g.txt", "-o", "folder.svg"}, 1, "is a directory"},
+        Refusal{"input_as_out", {"draw", "graph.svg", "-o", "graph.svg"}, 1, "is the graph itself"},
+        Refusal{"link_to_no_folder", {"draw", "-", "-o", "link.svg"}, 1, "does not exist"},
         Refusal{"no_such_folder", {"draw", "g.txt", "-o", "none/g.svg"}, 1, "does not exist"},
         Refusal{"folder_without_room", {"draw", "g.txt", "-o", "/proc/g.svg"}, 1, "/proc/g.svg"}),
     [](const auto& refusal) { return std::string(refusal.param.name); });
