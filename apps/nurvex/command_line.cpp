@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
+#include <sstream>
 #include <string_view>
 
 #ifndef NURVEX_VERSION
@@ -15,6 +15,9 @@
 namespace nurvex {
 
 namespace {
+
+constexpr double SMALLEST_SCALE = 0.0001; // a million nodes fit into a PNG at seven times that
+constexpr double LARGEST_SCALE = 1000;
 
 constexpr const char* MAIN_HELP =
     R"(nurvex draws directed graphs with nested clusters, level by level.
@@ -50,6 +53,7 @@ Options:
   --edge-margin N    length of the straight piece of an edge beside its node (10)
   --dark             light lines on a dark ground
   -h, --help         this text
+S goes from 0.0001 to 1000, and N from 0 to 1000.
 
 A STEP is one of these, or several with "and" between them; steps have "then" between them.
   fold ID children|parents     hides the neighbours of a node in one direction
@@ -148,14 +152,16 @@ public:
         return words[at++];
     }
 
-    double TakeNumber() {
+    double TakeNumber(double least, double most) {
         const std::string name = word;
         const std::string text = TakeValue();
         double value = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) ||
-            value < 0) {
-            Refuse(name + " needs a number of 0 or more, not \"" + text + "\"");
+        if (error != std::errc() || end != text.data() + text.size() ||
+            !(value >= least && value <= most)) {
+            std::ostringstream range;
+            range << " needs a number from " << least << " to " << most << ", not \"";
+            Refuse(name + range.str() + text + "\"");
         }
         return value;
     }
@@ -204,14 +210,6 @@ double* find_spacing(DrawOptions& options, const Words& words) {
     return words.Is("--edge-margin") ? &options.spacing.edge_margin : nullptr;
 }
 
-double take_scale(Words& words) {
-    const double scale = words.TakeNumber();
-    if (scale <= 0) {
-        words.Refuse("--scale needs a number above 0");
-    }
-    return scale;
-}
-
 Command read_draw(const std::vector<std::string>& given) {
     DrawOptions options;
     std::vector<std::vector<std::string>> step_lists;
@@ -223,7 +221,7 @@ Command read_draw(const std::vector<std::string>& given) {
         if (words.Is("-o") || words.Is("--output")) {
             options.output = words.TakeValue();
         } else if (words.Is("--scale")) {
-            options.scale = take_scale(words);
+            options.scale = words.TakeNumber(SMALLEST_SCALE, LARGEST_SCALE);
         } else if (words.Is("--dark")) {
             words.TakeFlag();
             options.dark = true;
@@ -233,7 +231,7 @@ Command read_draw(const std::vector<std::string>& given) {
             words.TakeFlag();
             options.report = true;
         } else if (double* spacing = find_spacing(options, words)) {
-            *spacing = words.TakeNumber();
+            *spacing = words.TakeNumber(0, Spacing::MOST);
         } else {
             take_file(words, options.input);
         }

@@ -25,8 +25,6 @@ constexpr std::array<Entry, 4> ENTRIES{{
     {"&Straight piece beside a node", &Spacing::edge_margin},
 }};
 
-constexpr double MOST = 1000;
-
 } // namespace
 
 std::optional<Spacing> AskSpacing(QWidget* window, const Spacing& current) {
@@ -41,7 +39,7 @@ std::optional<Spacing> AskSpacing(QWidget* window, const Spacing& current) {
     };
     for (std::size_t i = 0; i < ENTRIES.size(); ++i) {
         boxes[i] = new QDoubleSpinBox(&dialogue);
-        boxes[i]->setRange(0, MOST);
+        boxes[i]->setRange(0, Spacing::MOST);
         boxes[i]->setDecimals(1);
         form->addRow(QString::fromLatin1(ENTRIES[i].label), boxes[i]);
     }

@@ -327,7 +327,10 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"gap_negative", {"draw", "g.txt", "-o", "g.svg", "--edge-gap=-1"}, 2, "\"-1\""},
         Refusal{"gap_endless", {"draw", "g.txt", "-o", "g.svg", "--level-gap=inf"}, 2, "\"inf\""},
         Refusal{"gap_with_unit", {"draw", "g.txt", "-o", "g.svg", "--edge-margin=5px"}, 2, "5px"},
-        Refusal{"scale_zero", {"draw", "g.txt", "-o", "g.svg", "--scale", "0"}, 2, "above 0"},
+        Refusal{
+            "scale_zero", {"draw", "g.txt", "-o", "g.svg", "--scale", "0"}, 2, "0.0001 to 1000"},
+        Refusal{"scale_of_a_point", {"draw", "g.txt", "-o", "g.svg", "--scale=1e-9"}, 2, "1e-9"},
+        Refusal{"gap_beyond_all", {"draw", "g.txt", "-o", "g.svg", "--level-gap=1e9"}, 2, "1000"},
         Refusal{"flag_with_value", {"draw", "g.txt", "-o", "g.svg", "--dark=1"}, 2, "no value"},
         Refusal{"check_no_file", {"check"}, 2, "needs a FILE"}),
     [](const auto& refusal) { return std::string(refusal.param.name); });
