@@ -75,9 +75,11 @@ ViewWindow::ViewWindow()
                                  5000);
     };
     style.SetFolded([this](const Node& node, const std::vector<VisibilityChange>& changes) {
-        history.Record(
-            QStringLiteral("fold of \u201c%1\u201d").arg(QString::fromStdString(node.GetCaption())),
-            changes);
+        const bool shown = !changes.empty() && changes.front().was_hidden;
+        history.Record((shown ? QStringLiteral("unfold of \u201c%1\u201d")
+                              : QStringLiteral("fold of \u201c%1\u201d"))
+                           .arg(QString::fromStdString(node.GetCaption())),
+                       changes);
         // The click lays out when it ends.
         QMetaObject::invokeMethod(
             this, [this] { count(); }, Qt::QueuedConnection);

@@ -21,8 +21,11 @@ TEST_F(ViewWindowTest, ClicksOnAPortFoldAndUnfoldAndUndoTakesThemBack) {
     EXPECT_EQ(hidden(), "stock mail ");
     EXPECT_EQ(corner_of(payment), before) << "the clicked node stays where it is";
     EXPECT_TRUE(status().contains("4 of 6 nodes, 4 edges")) << status().toStdString();
+    const QAction* const undo = window.findChild<QAction*>("undo");
+    EXPECT_TRUE(undo->text().contains(" fold of")) << undo->text().toStdString();
     click(right_port_of(payment));
     EXPECT_EQ(hidden(), "");
+    EXPECT_TRUE(undo->text().contains(" unfold of")) << undo->text().toStdString();
     EXPECT_EQ(corner_of(payment), before);
     const tamsel7::_color fresh = PaletteOf(Theme::LIGHT).fresh.fill;
     for (const char* caption : {"basket", "stock"}) {
