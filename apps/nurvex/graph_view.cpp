@@ -16,7 +16,7 @@ using namespace nurvex7;
 
 namespace {
 
-constexpr double SMALLEST_SCALE = 0.005;
+constexpr double SMALLEST_SCALE = 0.005; ///< or what a larger drawing needs to be seen whole
 constexpr double LARGEST_SCALE = 16;
 constexpr double READABLE = 0.6;   ///< captions can still be read
 constexpr double FIT_MARGIN = 16;  ///< pixel
@@ -116,19 +116,23 @@ void GraphView::show_from(QPointF start) {
 
 void GraphView::ZoomAt(double factor, QPointF pixel) {
     const double before = GetScale();
-    const double after = std::clamp(before * factor, SMALLEST_SCALE, LARGEST_SCALE);
+    const double smallest = std::min({SMALLEST_SCALE, find_fit(), before});
+    const double after = std::clamp(before * factor, smallest, LARGEST_SCALE);
     const QPointF start(viewer->GetStartX(), viewer->GetStartY());
     viewer->SetScale(after);
     show_from(start + pixel / before - pixel / after);
 }
 
 void GraphView::Fit(double largest) {
-    const Node root = GetGraph()->GetRoot();
-    const auto size = root.GetSize();
-    const double fit = std::min((width() - 2 * FIT_MARGIN) / std::max(1.0, size.width),
-                                (height() - 2 * FIT_MARGIN) / std::max(1.0, size.height));
-    viewer->SetScale(std::clamp(fit, SMALLEST_SCALE, largest));
-    CentreOn(root);
+    viewer->SetScale(std::min(find_fit(), largest));
+    CentreOn(GetGraph()->GetRoot());
+}
+
+/// The scale at which the whole drawing fills the view.
+double GraphView::find_fit() const {
+    const auto size = GetGraph()->GetRoot().GetSize();
+    return std::min(std::max(1.0, width() - 2 * FIT_MARGIN) / std::max(1.0, size.width),
+                    std::max(1.0, height() - 2 * FIT_MARGIN) / std::max(1.0, size.height));
 }
 
 void GraphView::CentreOn(const Node& node) {

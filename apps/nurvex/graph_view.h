@@ -64,6 +64,7 @@ private:
                          tamsel7::point<double> b);
     void HandleMenu(brevolt7::CVisualElement* element, int x, int y);
     void tell_rectangle_drawn();
+    double find_fit() const;
     void show_start(const nurvex7::Node& node);
     void show_from(QPointF start);
 

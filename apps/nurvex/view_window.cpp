@@ -296,7 +296,9 @@ void ViewWindow::update_status() {
     counts->setText(path.isEmpty() ? QString()
                                    : some + counted(nodes, QStringLiteral("node")) + ", " +
                                          counted(edges, QStringLiteral("edge")));
-    scale->setText(QStringLiteral("%1 %").arg(std::lround(view->GetScale() * 100)));
+    const double percent = view->GetScale() * 100;
+    scale->setText(percent < 1 ? QStringLiteral("%1 %").arg(percent, 0, 'g', 2)
+                               : QStringLiteral("%1 %").arg(std::lround(percent)));
     if (layout.get() != nullptr) {
         const double last = layout->TakeMilliseconds();
         layout_milliseconds = last > 0 ? last : layout_milliseconds;

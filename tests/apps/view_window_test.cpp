@@ -137,11 +137,24 @@ TEST_F(ViewWindowTest, PansZoomsAndFits) {
     EXPECT_EQ(v.GetScale(), 1.0);
     act("zoom_out");
     EXPECT_EQ(v.GetScale(), 0.8);
-    act("fit");
-    const QRectF seen = v.GetVisibleArea();
     const Node root = v.GetGraph()->GetRoot();
-    EXPECT_TRUE(seen.contains(QRectF(root.GetPosition().x, root.GetPosition().y,
-                                     root.GetSize().width, root.GetSize().height)));
+    Spacing wide;
+    wide.node_gap = 180'000;
+    for (const bool large : {false, true}) {
+        if (large) {
+            window.SetSpacing(wide);
+        }
+        act("fit");
+        EXPECT_TRUE(
+            v.GetVisibleArea().contains(QRectF(root.GetPosition().x, root.GetPosition().y,
+                                               root.GetSize().width, root.GetSize().height)));
+        EXPECT_EQ(status().contains("|0.0"), large) << status().toStdString();
+    }
+    const double whole = v.GetScale();
+    act("zoom_out");
+    EXPECT_EQ(v.GetScale(), whole) << "nothing would come into sight";
+    act("zoom_in");
+    EXPECT_EQ(v.GetScale(), 1.25 * whole);
 }
 
 TEST_F(ViewWindowTest, PressesAreSeenAndLeaveNoTraces) {
