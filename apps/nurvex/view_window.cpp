@@ -98,7 +98,6 @@ ViewWindow::~ViewWindow() {
     style.SetFolded({});
     view->on_view_changed = {};
     view->GetContent().on_drawing_changed = {};
-    view->GetContent().on_drawing_changed = [this] { overview->Renew(); };
     overview->on_painting = {};
     style.Undress(view->GetGraph());
 }
