@@ -34,7 +34,7 @@ FindBar::FindBar(QWidget* parent) : QLineEdit(parent) {
 /// Undo and redo stay with the folds: what is typed here is short.
 bool FindBar::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::InputMethod) {
-        gather(); // before completions are looked up
+        gather_to_offer(); // before completions are looked up
     }
     if (event->type() == QEvent::ShortcutOverride) {
         auto* const key = static_cast<QKeyEvent*>(event);
@@ -52,6 +52,21 @@ void FindBar::SetGraph(const graph_ptr2<Graph>& graph) {
     static_cast<QStringListModel*>(completer()->model())->setStringList({});
     last_text.clear();
     next = 0;
+    too_many = false;
+}
+
+void FindBar::gather_to_offer() {
+    if (searched.get() == nullptr || too_many) {
+        return;
+    }
+    std::size_t count = 0;
+    ForEachNodeIn(
+        searched->GetRoot(), [&count](const Node&) { ++count; }, /*post_order=*/false,
+        /*include_self=*/false);
+    too_many = count > most_offered;
+    if (!too_many) {
+        gather();
+    }
 }
 
 void FindBar::gather() {
@@ -69,6 +84,12 @@ void FindBar::gather() {
         /*post_order=*/false, /*include_self=*/false);
     searched = {};
     sort_by_caption();
+    if (entries.size() <= most_offered) {
+        offer();
+    }
+}
+
+void FindBar::offer() {
     QStringList captions;
     for (const Entry& entry : entries) {
         if (captions.isEmpty() || captions.last() != entry.caption) {

@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -16,6 +17,9 @@ public:
     std::function<void(const nurvex7::Node&)> on_found;
     /// Called where no caption holds the text.
     std::function<void(const QString&)> on_nothing;
+
+    /// Of more captions none are offered while somebody types: each key would wait for the list.
+    std::size_t most_offered = 20'000;
 
     explicit FindBar(QWidget* parent);
 
@@ -34,13 +38,16 @@ private:
         nurvex7::Node node;
     };
 
+    void gather_to_offer();
     void gather();
+    void offer();
     void sort_by_caption();
 
     nurvex7::graph_ptr2<nurvex7::Graph> searched; ///< empty once its captions are gathered
     std::vector<Entry> entries;                   ///< by caption
     QString last_text;
     std::size_t next = 0;
+    bool too_many = false; ///< captions to be offered
 };
 
 } // namespace nurvex

@@ -384,11 +384,20 @@ TEST_F(ViewWindowTest, FindsNodesAndShowsThemAgain) {
     act("to_parent");
     EXPECT_EQ(selected(), "basket ");
 
-    ASSERT_TRUE(window.Open(file("shop.txt")));
-    window.GetFindBar().clear();
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_O, Qt::NoModifier, "o");
-    QApplication::sendEvent(&window.GetFindBar(), &key);
-    EXPECT_EQ(window.GetFindBar().completer()->completionCount(), 3) << "shop, stock, browser";
+    FindBar& bar = window.GetFindBar();
+    for (const std::size_t most : {std::size_t{6}, std::size_t{5}}) {
+        bar.most_offered = most;
+        ASSERT_TRUE(window.Open(file("shop.txt")));
+        for (int i = 0; i < 2; ++i) { // before and after the captions were searched
+            bar.clear();
+            QKeyEvent key(QEvent::KeyPress, Qt::Key_O, Qt::NoModifier, "o");
+            QApplication::sendEvent(&bar, &key);
+            EXPECT_EQ(bar.completer()->completionCount(), most == 6 ? 3 : 0);
+            bar.FindNext();
+        }
+        bar.FindNext();
+        EXPECT_EQ(selected(), "stock ") << "after browser and shop";
+    }
 }
 
 /// Small drawings are shown whole, large ones at a readable scale from their first node on,
