@@ -33,6 +33,7 @@ public:
     /// Nothing is painted, and so nothing laid out, until the hold ends: for while the graph that
     /// is shown is being laid out.
     void SetHeld(bool on) { held = on; }
+    bool IsHeld() const { return held; }
 
     /// Called where what is drawn may have changed, and not only the part of it that is seen.
     std::function<void()> on_drawing_changed;

@@ -9,6 +9,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
@@ -80,9 +81,13 @@ ViewWindow::ViewWindow()
                               : QStringLiteral("fold of \u201c%1\u201d"))
                            .arg(QString::fromStdString(node.GetCaption())),
                        changes);
-        // The click lays out when it ends.
-        QMetaObject::invokeMethod(
-            this, [this] { count(); }, Qt::QueuedConnection);
+        // The click lays out when it ends. Whoever lays out by then counts behind it.
+        const auto count_after_click = [this] {
+            if (!view->GetContent().IsHeld()) {
+                count();
+            }
+        };
+        QMetaObject::invokeMethod(this, count_after_click, Qt::QueuedConnection);
     });
     style.Dress(view->GetGraph(), view->GetPainter());
     make_hint();
@@ -287,11 +292,13 @@ void ViewWindow::count() {
 }
 
 void ViewWindow::update_status() {
-    const auto counted = [](int count, const QString& thing) {
-        return QStringLiteral("%1 %2%3").arg(count).arg(thing, count == 1 ? "" : "s");
+    const QLocale groups(QLocale::English); // a million is not read without
+    const auto counted = [&groups](int count, const QString& thing) {
+        return QStringLiteral("%1 %2%3").arg(groups.toString(count), thing, count == 1 ? "" : "s");
     };
-    const QString some =
-        shown_nodes < nodes ? QStringLiteral("%1 of ").arg(shown_nodes) : QString();
+    const QString some = shown_nodes < nodes
+                             ? QStringLiteral("%1 of ").arg(groups.toString(shown_nodes))
+                             : QString();
     counts->setText(path.isEmpty() ? QString()
                                    : some + counted(nodes, QStringLiteral("node")) + ", " +
                                          counted(edges, QStringLiteral("edge")));
