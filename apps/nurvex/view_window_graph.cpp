@@ -138,14 +138,14 @@ void ViewWindow::after_change(const std::optional<Node>& kept) {
 void ViewWindow::refresh_waiting(const std::optional<Node>& kept) {
     const QScopedValueRollback mark(opening, true);
     Waiting waiting(this, Waiting::Offer::NOTHING);
-    waiting.Begin(QStringLiteral("Laying out\u2026"), 1);
     HoverContent& content = view->GetContent();
-    content.SetHeld(true); // a repaint meanwhile would lay out inside this layout
+    content.SetHeld(true); // a repaint meanwhile would lay out, at once or inside this layout
     layout->SetPause([&waiting](int) { waiting.Pause(0); });
     const auto go_on = qScopeGuard([&] {
         layout->SetPause({});
         content.SetHeld(false);
     });
+    waiting.Begin(QStringLiteral("Laying out\u2026"), 1);
     view->Refresh(kept);
 }
 

@@ -46,6 +46,10 @@ void Waiting::show(double part) {
         const double all = begin + std::min(1.0, part) * (end - begin);
         dialogue.setValue(std::min(WHOLE - 1, static_cast<int>(all * WHOLE)));
     }
+    came_up = came_up || dialogue.isVisible();
+    if (offered == Offer::NOTHING && came_up && !dialogue.isVisible()) {
+        dialogue.show(); // the escape key has sent it away, and still nothing else can be done
+    }
     // Until the dialogue is up, nothing keeps input from the window.
     QApplication::processEvents(dialogue.isVisible() ? QEventLoop::AllEvents
                                                      : QEventLoop::ExcludeUserInputEvents);

@@ -36,6 +36,7 @@ private:
     QProgressDialog dialogue;
     QElapsedTimer clock;
     Offer offered;
+    bool came_up = false;
     double begin = 0;
     double end = 0;
 };

@@ -78,8 +78,9 @@ void sort_by_y(std::vector<Turn>& turns) {
     }
     const auto ends = std::minmax_element(turns.begin(), turns.end(), _is_above);
     const double lowest = ends.first->y;
-    const double per_unit = static_cast<double>(turns.size() - 1) / (ends.second->y - lowest);
-    if (std::isfinite(per_unit)) {
+    const double length = ends.second->y - lowest;
+    const double per_unit = static_cast<double>(turns.size() - 1) / length;
+    if (std::isfinite(length) && std::isfinite(per_unit)) {
         _sort_by_stretches(turns, Stretches{lowest, per_unit, turns.size()});
     } else {
         std::stable_sort(turns.begin(), turns.end(), _is_above);

@@ -34,10 +34,13 @@ float middle(float low, float high) {
     return std::isnan(sum) ? 0 : sum;
 }
 
-/// More than what rounding to floats, and a hit test that computes along a segment, can be off.
+/// More than what rounding to floats, and a hit test that computes along a segment, can be off. The
+/// smallest floats stand no closer together the smaller they are.
 double slack_at(float a, float b) {
-    constexpr double ROUNDING = 4 * static_cast<double>(std::numeric_limits<float>::epsilon());
-    return ROUNDING * static_cast<double>(std::max(std::abs(a), std::abs(b)));
+    using limits = std::numeric_limits<float>;
+    return 4 * (static_cast<double>(limits::epsilon()) *
+                    static_cast<double>(std::max(std::abs(a), std::abs(b))) +
+                static_cast<double>(limits::denorm_min()));
 }
 
 } // namespace

@@ -252,8 +252,8 @@ TEST_F(HitTest, FindsSteepEdgesSideBySideAndAcross) {
     struct {
         double scale;
         point offset;
-    } const cases[] = {
-        {1, {0, 0}}, {1e-4, {0, 0}}, {1, {3e5, -5e7}}, {1e9, {0, 0}}, {1e-3, {1e6, 1e6}}};
+    } const cases[] = {{1, {0, 0}},   {1e-4, {0, 0}},  {1, {3e5, -5e7}},
+                       {1e9, {0, 0}}, {1e-46, {0, 0}}, {1e-3, {1e6, 1e6}}};
     for (const auto& c : cases) {
         std::mt19937 random(3);
         const auto number = [&](unsigned below) {
