@@ -85,23 +85,13 @@ void OneFoldAndUnfoldInTheWindow(benchmark::State& state) {
     fold_and_unfold(state, std::move(b));
 }
 
+void at_all_sizes(benchmark::internal::Benchmark* measured) {
+    measured->Arg(1'000)->Arg(10'000)->Arg(100'000);
+    measured->Unit(benchmark::kMillisecond)->Complexity(benchmark::oNLogN);
+}
+
 } // namespace
 
-BENCHMARK(OneNodeAdded)
-    ->Arg(1'000)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oNLogN);
-BENCHMARK(OneFoldAndUnfold)
-    ->Arg(1'000)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oNLogN);
-BENCHMARK(OneFoldAndUnfoldInTheWindow)
-    ->Arg(1'000)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oNLogN);
+BENCHMARK(OneNodeAdded)->Apply(at_all_sizes);
+BENCHMARK(OneFoldAndUnfold)->Apply(at_all_sizes);
+BENCHMARK(OneFoldAndUnfoldInTheWindow)->Apply(at_all_sizes);
