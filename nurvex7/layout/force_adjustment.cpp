@@ -290,10 +290,14 @@ void IncLayout::ForceField::straighten_dummy_runs(Stretch level) {
 }
 
 void IncLayout::ForceField::store() const {
-    for (std::size_t place = 0; place < own; ++place) {
+    const auto impl_of = [this](std::size_t place) { return nodes[place]->get_impl().get(); };
+    const auto store_y = [&](std::size_t place) {
         Node node = *nodes[place];
         node.SetPosition(node.GetPosition().x, y[place]);
-    }
+    };
+    for_each_ahead(
+        own, store_y, [&](std::size_t place) { __builtin_prefetch(impl_of(place)); },
+        [&](std::size_t place) { __builtin_prefetch(place_address(*impl_of(place))); });
 }
 
 // Straightens edges: moves the nodes of each level along it, never past one another. Real nodes

@@ -98,11 +98,18 @@ void Ordinals::store(std::vector<std::vector<Node>>& level_nodes) const {
         }
         std::vector<Node> sorted;
         sorted.reserve(level_nodes[k].size());
-        for (const int place : levels[k].order) {
-            const auto turn = static_cast<std::size_t>(place - levels[k].first);
-            sorted.push_back(level_nodes[k][turn]);
-            sorted.back().SetPosition(0.0, y[static_cast<std::size_t>(place)]);
-        }
+        const std::vector<int>& order = levels[k].order;
+        const auto node_at = [&](std::size_t i) -> const Node& {
+            return level_nodes[k][static_cast<std::size_t>(order[i] - levels[k].first)];
+        };
+        const auto store_next = [&](std::size_t i) {
+            sorted.push_back(node_at(i));
+            sorted.back().SetPosition(0.0, y[static_cast<std::size_t>(order[i])]);
+        };
+        for_each_ahead(
+            order.size(), store_next,
+            [&](std::size_t i) { __builtin_prefetch(node_at(i).get_impl().get()); },
+            [&](std::size_t i) { __builtin_prefetch(place_address(*node_at(i).get_impl())); });
         level_nodes[k].swap(sorted);
     }
 }
