@@ -249,8 +249,9 @@ protected:
     bool serves_nests_flat = false;
 
     /// A derived layout sets it where its own phases leave what the phases share as it is, but for
-    /// the nodes on the levels, and read no neighbours of nodes that stood before. What is looked
-    /// up in a run is then looked up once, as in this class itself, and not by each phase anew.
+    /// the nodes on the levels, read no neighbours of nodes that stood before, and of the marks of
+    /// the level assignment none but reversed and flat. What is looked up in a run is then looked
+    /// up once, as in this class itself, and not by each phase anew.
     ///
     /// Duty    such a phase calls level_changed for each level whose nodes it has moved, sorted,
     ///         added or taken away
@@ -303,7 +304,8 @@ private:
     void sweep(F f);
     template <typename F>
     auto with_level_graph(const std::vector<Node>& list, F f);
-    std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list);
+    std::unique_ptr<LevelGraph> make_level_graph(const std::vector<Node>& list,
+                                                 bool records_wait = false);
     std::unique_ptr<RunNodes> make_run_nodes() const;
     RunNodes& take_run_nodes();
     NodeInfo& info_of(int node);

@@ -13,50 +13,13 @@
 
 namespace nurvex7 {
 
-// Gives every owned node its level: longest paths from the start nodes, counted from 1. Cycles are
-// broken by marks on edges; no edge is ever turned about.
-//
-// Reads   nodes, the graph
-// Writes  visited, order of local_info; reversed, flat, marked of edges; level in cur_info
-// Needs   empty local_info
-// Leaves  levels from 1 on; reversed and flat judged by level. A node that only the far end of an
-//         edge knows about, as removals can leave it, may stay on -1
-// Space   none
-void IncLayout::determine_levels() {
-    level_graph = make_level_graph(nodes);
-    std::vector<std::vector<Node>> components;
-    find_connectivity_components(&nodes, &components);
-    for (std::vector<Node>& component : components) {
-        enumerate_connectivity_component(&component);
-    }
-    mark_reversed_edges(&nodes, true);
-    mark_levels(&nodes);
-    mark_reversed_edges(&nodes, false);
-    level_graph.reset();
-}
-
-std::unique_ptr<LevelGraph> IncLayout::make_level_graph(const std::vector<Node>& list) {
-    return std::make_unique<LevelGraph>(*structure, list, *cur_info, local_info, !keep_hidden);
-}
-
-// The nodes are numbered for all steps of a phase together; a step that is called by itself numbers
-// them for itself.
-template <typename F>
-auto IncLayout::with_level_graph(const std::vector<Node>& list, F f) {
-    return level_graph != nullptr ? f(*level_graph) : f(*make_level_graph(list));
-}
-
-bool IncLayout::passed_over(const Node& node) const {
-    return !keep_hidden && IsFlagSet(node, NODE_HIDDEN);
-}
-
 namespace {
 
 // Depth first, children before parents: the order in which a component lists its nodes decides ties
 // further on. The walk keeps its own stack, as the path can be as long as the graph is large. Calls
 // `step` for each node.
 template <typename F>
-void _collect_component(LevelGraph& graph, int start, std::vector<Node>& component, F step) {
+void _collect_component(LevelGraph& graph, int start, std::vector<int>& component, F step) {
     struct Frame {
         int node;
         std::size_t next;
@@ -64,7 +27,7 @@ void _collect_component(LevelGraph& graph, int start, std::vector<Node>& compone
     std::vector<Frame> open;
     const auto enter = [&](int i) {
         graph.mark_visited(i, true);
-        component.push_back(graph.node_at(i));
+        component.push_back(i);
         open.push_back(Frame{i, 0});
         step();
     };
@@ -86,29 +49,95 @@ void _collect_component(LevelGraph& graph, int start, std::vector<Node>& compone
     }
 }
 
+template <typename F>
+std::vector<std::vector<int>> _find_components(LevelGraph& graph, const std::vector<int>& numbers,
+                                               F step) {
+    std::vector<std::vector<int>> components;
+    for (const int i : numbers) {
+        graph.mark_visited(i, false);
+    }
+    for (const int i : numbers) {
+        if (!graph.passed_over(i) && !graph.is_visited(i)) {
+            components.emplace_back();
+            _collect_component(graph, i, components.back(), step);
+        }
+    }
+    return components;
+}
+
+void _append_nodes(const LevelGraph& graph, const std::vector<int>& numbers,
+                   std::vector<Node>& list) {
+    list.reserve(list.size() + numbers.size());
+    for (const int i : numbers) {
+        list.push_back(graph.node_at(i));
+    }
+}
+
 } // namespace
+
+// Gives every owned node its level: longest paths from the start nodes, counted from 1. Cycles are
+// broken by marks on edges; no edge is ever turned about.
+//
+// Reads   nodes, the graph
+// Writes  level in cur_info; reversed and flat of edges; visited and order of nodes and marked of
+//         edges, where somebody may look at them
+// Needs   empty local_info
+// Leaves  levels from 1 on; reversed and flat judged by level. A node that only the far end of an
+//         edge knows about, as removals can leave it, may stay on -1
+// Space   none
+void IncLayout::determine_levels() {
+    // The steps come past all records many times, in many orders. They lie side by side for that
+    // long, and most are in no table afterwards: what is not there reads as what they say.
+    const bool records_wait = collects_joins && local_info.edge_info.empty() &&
+                              local_info.node_info.get_count_by_id() == 0 &&
+                              cur_info->node_info.get_count_by_id() == 0;
+    level_graph = make_level_graph(nodes, records_wait);
+    const auto step = [this] { count_steps(1); };
+    for (const std::vector<int>& component :
+         _find_components(*level_graph, level_graph->numbers_of(nodes), step)) {
+        level_graph->get_enumeration().number_all(component, step);
+    }
+    mark_reversed_edges(&nodes, true);
+    mark_levels(&nodes);
+    mark_reversed_edges(&nodes, false);
+    level_graph->store_records();
+    level_graph.reset();
+}
+
+std::unique_ptr<LevelGraph> IncLayout::make_level_graph(const std::vector<Node>& list,
+                                                        bool records_wait) {
+    return std::make_unique<LevelGraph>(*structure, list, *cur_info, local_info, !keep_hidden,
+                                        records_wait);
+}
+
+// The nodes are numbered for all steps of a phase together; a step that is called by itself numbers
+// them for itself.
+template <typename F>
+auto IncLayout::with_level_graph(const std::vector<Node>& list, F f) {
+    return level_graph != nullptr ? f(*level_graph) : f(*make_level_graph(list));
+}
+
+bool IncLayout::passed_over(const Node& node) const {
+    return !keep_hidden && IsFlagSet(node, NODE_HIDDEN);
+}
 
 void IncLayout::find_connectivity_components(std::vector<Node>* list,
                                              std::vector<std::vector<Node>>* components) {
     components->clear();
     components->reserve(std::max<std::size_t>(components->capacity(), 10));
     with_level_graph(*list, [&](LevelGraph& graph) {
-        const std::vector<int> numbers = graph.numbers_of(*list);
-        for (const int i : numbers) {
-            graph.mark_visited(i, false);
-        }
-        for (const int i : numbers) {
-            if (!graph.passed_over(i) && !graph.is_visited(i)) {
-                components->emplace_back();
-                _collect_component(graph, i, components->back(), [this] { count_steps(1); });
-            }
+        for (const std::vector<int>& found :
+             _find_components(graph, graph.numbers_of(*list), [this] { count_steps(1); })) {
+            _append_nodes(graph, found, components->emplace_back());
         }
     });
 }
 
 void IncLayout::collect_connectivity_component(Node start, std::vector<Node>* component) {
     with_level_graph({start}, [&](LevelGraph& graph) {
-        _collect_component(graph, graph.number_of(start), *component, [this] { count_steps(1); });
+        std::vector<int> found;
+        _collect_component(graph, graph.number_of(start), found, [this] { count_steps(1); });
+        _append_nodes(graph, found, *component);
     });
 }
 
@@ -164,7 +193,7 @@ void IncLayout::mark_reversed_edges(std::vector<Node>* list, bool by_order) {
     }
     with_level_graph(*list, [&](LevelGraph& graph) {
         const auto place = [&](int i) {
-            return by_order ? graph.local_record(i).order : graph.level_record(i).level;
+            return by_order ? graph.order_of(i) : graph.level_record(i).level;
         };
         for (const int i : graph.numbers_of(*list)) {
             if (graph.passed_over(i)) {

@@ -10,14 +10,15 @@
 namespace nurvex7 {
 
 LevelGraph::LevelGraph(const StructureIndex& answers, const std::vector<Node>& list,
-                       node_store& levels, local_store& run, bool without_hidden)
-    : index(answers), level_table(levels), local_table(run),
-      hidden_are_passed_over(without_hidden) {
+                       node_store& levels, local_store& run, bool without_hidden, bool waits)
+    : index(answers), level_table(levels), local_table(run), listed(list),
+      hidden_are_passed_over(without_hidden), records_wait(waits) {
     members.reserve(list.size());
+    listed_numbers.reserve(list.size());
     for (const Node& node : list) {
         const int place = index.FindPlace(node);
         if (place >= 0) {
-            enter_place(place);
+            listed_numbers.push_back(enter_place(place));
         } else {
             uncovered[node.GetID()] = enter(node, -1);
         }
@@ -26,9 +27,30 @@ LevelGraph::LevelGraph(const StructureIndex& answers, const std::vector<Node>& l
         add_links(index.ChildLinks(at(i).index_place), children);
         add_links(index.ParentLinks(at(i).index_place), parents);
     }
+    if (records_wait) {
+        waiting_levels.assign(members.size(), level_table.default_node);
+        level_asked.assign(members.size(), 0);
+        waiting_orders.assign(members.size(), local_table.default_node.order);
+        waiting_marks.assign(edges.size(), local_table.default_edge);
+    }
 }
 
 LevelGraph::~LevelGraph() = default;
+
+void LevelGraph::store_records() {
+    for (std::size_t i = 0; i < level_asked.size(); ++i) {
+        if (level_asked[i] != 0) {
+            level_table[*members[i].node] = waiting_levels[i];
+        }
+    }
+    const LocalEdgeInfo& unsaid = local_table.default_edge;
+    for (std::size_t e = 0; e < waiting_marks.size(); ++e) {
+        const LocalEdgeInfo& mark = waiting_marks[e];
+        if (mark.reversed != unsaid.reversed || mark.flat != unsaid.flat) {
+            local_table[index.EdgeAt(edges[e].index_number)] = mark;
+        }
+    }
+}
 
 LevelEnumeration& LevelGraph::get_enumeration() {
     if (enumeration == nullptr) {
@@ -39,7 +61,8 @@ LevelEnumeration& LevelGraph::get_enumeration() {
 
 int LevelGraph::enter(const Node& node, int index_place) {
     const bool hidden = hidden_are_passed_over && IsFlagSet(node, NODE_HIDDEN);
-    members.push_back(Member{&node, index_place, hidden});
+    members.push_back(Member{&node, index_place});
+    out_of_it.push_back(hidden ? 1 : 0);
     return get_count() - 1;
 }
 
@@ -81,6 +104,9 @@ int LevelGraph::number_of(const Node& node) const {
 }
 
 std::vector<int> LevelGraph::numbers_of(const std::vector<Node>& list) const {
+    if (&list == &listed && listed_numbers.size() == list.size()) {
+        return listed_numbers;
+    }
     std::vector<int> numbers;
     numbers.reserve(list.size());
     for (const Node& node : list) {
@@ -89,7 +115,7 @@ std::vector<int> LevelGraph::numbers_of(const std::vector<Node>& list) const {
     return numbers;
 }
 
-NodeInfo& LevelGraph::level_record(int i) {
+NodeInfo& LevelGraph::level_in_table(int i) {
     Member& member = at(i);
     if (member.level == nullptr) {
         member.level = &level_table[*member.node];
@@ -105,7 +131,7 @@ LocalNodeInfo& LevelGraph::local_record(int i) {
     return *member.local;
 }
 
-LocalEdgeInfo& LevelGraph::edge_record(int e) {
+LocalEdgeInfo& LevelGraph::mark_in_table(int e) {
     EdgeMember& member = edges[static_cast<std::size_t>(e)];
     if (member.record == nullptr) {
         member.record = &local_table[index.EdgeAt(member.index_number)];
@@ -138,7 +164,7 @@ void LevelGraph::mark_edges_of(int i) {
 
 bool LevelGraph::is_visited(int i) {
     Member& member = at(i);
-    if (member.visit == Visit::UNKNOWN) {
+    if (member.visit == Visit::UNKNOWN && !records_wait) {
         member.visit = local_record(i).visited ? Visit::YES : Visit::NO;
     }
     return member.visit == Visit::YES;
@@ -146,7 +172,9 @@ bool LevelGraph::is_visited(int i) {
 
 void LevelGraph::mark_visited(int i, bool visited) {
     at(i).visit = visited ? Visit::YES : Visit::NO;
-    local_record(i).visited = visited;
+    if (!records_wait) {
+        local_record(i).visited = visited;
+    }
 }
 
 // Enumeration
@@ -168,6 +196,9 @@ void LevelEnumeration::number_all(const std::vector<int>& component,
         at(node_at(turn)).turn = turn;
     }
     const auto ask_for_edges = [&](std::size_t turn, auto ask) {
+        if (graph.has_records_at_hand()) {
+            return;
+        }
         const int i = component[turn];
         for (const std::span<const Link> answer : {graph.parents_of(i), graph.children_of(i)}) {
             for (const Link& link : answer) {
@@ -198,7 +229,7 @@ void LevelEnumeration::number_all(const std::vector<int>& component,
         ready.swap(ready_next);
     }
     for (const int i : component) {
-        graph.local_record(i).order = at(i).order;
+        graph.set_order(i, at(i).order);
         graph.mark_edges_of(i);
     }
 }

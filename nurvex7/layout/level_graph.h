@@ -17,7 +17,9 @@ class LevelEnumeration;
 /// The nodes of one owner and their neighbours in numbers, for the steps of the level assignment.
 ///
 /// Nodes and edges are numbered as they are met, and the records of each are looked up once. A
-/// record comes into being when it is first asked for, as it does in the tables themselves.
+/// record comes into being when it is first asked for, as it does in the tables themselves. Or all
+/// of it lies in here, side by side, until store_records: then the levels that were asked for go
+/// into their table, and of the marks only those of edges that do not run forwards.
 ///
 /// Duty    the structure stands still, and the tables are not cleared, while the graph is in use
 class LevelGraph {
@@ -29,7 +31,7 @@ public:
     /// The nodes of a list, in its order, and behind them all others that can be reached. With
     /// `without_hidden` hidden nodes are there, but passed over.
     LevelGraph(const StructureIndex& answers, const std::vector<Node>& list, node_store& levels,
-               local_store& run, bool without_hidden);
+               local_store& run, bool without_hidden, bool records_wait);
     ~LevelGraph();
     LevelGraph(const LevelGraph&) = delete;
     LevelGraph& operator=(const LevelGraph&) = delete;
@@ -41,17 +43,36 @@ public:
     std::vector<int> numbers_of(const std::vector<Node>& list) const;
 
     const Node& node_at(int i) const { return *at(i).node; }
-    bool passed_over(int i) const { return at(i).passed_over; }
+    bool passed_over(int i) const { return out_of_it[static_cast<std::size_t>(i)] != 0; }
     /// The answers of the structure queries. Order: as there
     std::span<const Link> children_of(int i) const { return children.of(i); }
     std::span<const Link> parents_of(int i) const { return parents.of(i); }
 
-    NodeInfo& level_record(int i);
-    LocalNodeInfo& local_record(int i);
-    LocalEdgeInfo& edge_record(int e);
+    NodeInfo& level_record(int i) {
+        if (records_wait) {
+            level_asked[static_cast<std::size_t>(i)] = 1;
+            return waiting_levels[static_cast<std::size_t>(i)];
+        }
+        return level_in_table(i);
+    }
+    LocalEdgeInfo& edge_record(int e) {
+        return records_wait ? waiting_marks[static_cast<std::size_t>(e)] : mark_in_table(e);
+    }
+    /// The place of a node in the enumeration.
+    int order_of(int i) {
+        return records_wait ? waiting_orders[static_cast<std::size_t>(i)] : local_record(i).order;
+    }
+    void set_order(int i, int order) {
+        (records_wait ? waiting_orders[static_cast<std::size_t>(i)] : local_record(i).order) =
+            order;
+    }
+    /// To be called at the end, where the records wait for it.
+    void store_records();
 
-    // What is asked for long before the record of an edge: its handle, then the edge, then where
-    // the record is found.
+    /// True where the records lie in here.
+    bool has_records_at_hand() const { return records_wait; }
+    // What is asked for long before the record of an edge that lies in its table: its handle, then
+    // the edge, then where the record is found.
     void ask_for_handle(int e) const;
     void ask_for_edge(int e) const;
     void ask_for_record(int e) const;
@@ -83,7 +104,6 @@ private:
     struct Member {
         const Node* node;
         int index_place; ///< -1 where the index does not cover it
-        bool passed_over;
         Visit visit = Visit::UNKNOWN;
         NodeInfo* level = nullptr;      ///< null until asked for
         LocalNodeInfo* local = nullptr; ///< likewise
@@ -109,16 +129,28 @@ private:
     int enter_place(int index_place);
     int enter_edge(int index_number);
     void add_links(std::span<const Link> answer, Side& side);
+    NodeInfo& level_in_table(int i);
+    LocalNodeInfo& local_record(int i);
+    LocalEdgeInfo& mark_in_table(int e);
 
     const StructureIndex& index;
     node_store& level_table;
     local_store& local_table;
+    const std::vector<Node>& listed; ///< the list that all this was made for
+    std::vector<int> listed_numbers; ///< fewer where the index does not cover them all
     bool hidden_are_passed_over;
+    bool records_wait;
     std::vector<Member> members;
+    std::vector<char> out_of_it; ///< 1 for members that are passed over
     std::vector<EdgeMember> edges;
     IdMap<int> uncovered; ///< numbers of the members that the index does not cover, by id
     Side children;
     Side parents;
+    // By number, where the records wait.
+    std::vector<NodeInfo> waiting_levels;
+    std::vector<char> level_asked;
+    std::vector<int> waiting_orders;
+    std::vector<LocalEdgeInfo> waiting_marks;
     std::unique_ptr<LevelEnumeration> enumeration; ///< null until asked for
 };
 
