@@ -1,7 +1,8 @@
 #include "nurvex7/layout/ordinals.h"
 
+#include "nurvex7/layout/y_order.h"
+
 #include <algorithm>
-#include <utility>
 
 namespace nurvex7 {
 
@@ -79,15 +80,14 @@ double Ordinals::key(int place, const Neighbours& neighbours) const {
 // The keys do not change during a sort, so each is computed once.
 void Ordinals::sort(std::size_t k, Order order) {
     const Neighbours& neighbours = order == ORDER_IN ? in : out;
-    std::vector<std::pair<double, int>> keyed;
-    keyed.reserve(levels[k].order.size());
+    std::vector<Turn> turns;
+    turns.reserve(levels[k].order.size());
     for (const int place : levels[k].order) {
-        keyed.emplace_back(key(place, neighbours), place);
+        turns.push_back({key(place, neighbours), static_cast<std::size_t>(place)});
     }
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::transform(keyed.begin(), keyed.end(), levels[k].order.begin(),
-                   [](const auto& entry) { return entry.second; });
+    sort_by_y(turns);
+    std::transform(turns.begin(), turns.end(), levels[k].order.begin(),
+                   [](const Turn& turn) { return static_cast<int>(turn.at); });
     enumerate(k);
 }
 

@@ -8,7 +8,7 @@ namespace nurvex7 {
 /// A node of a level as the sort of the level sees it.
 struct Turn {
     double y;
-    std::size_t at; ///< its place before the sort
+    std::size_t at; ///< what its caller knows it by
 };
 
 /// Sorts by y. Order   those of equal y as they stood
