@@ -87,8 +87,15 @@ void IncLayout::put_dummy_on_level(const Node& dummy, int level) {
 // that is downwards. On each level crossed stand two consecutive bends, left and right; one of them
 // is on the level, its partner is placed with it.
 void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, const Edge& edge) {
-    const int owner_id = from.GetOwner().GetID();
-    const int d = (*cur_info)[to].level - (*cur_info)[from].level;
+    const int level = (*cur_info)[to].level;
+    insert_dummy_nodes_between(
+        Crossing{from, to, edge, from.GetOwner().GetID(), (*cur_info)[from].level, level});
+}
+
+// The head lies anywhere in the memory, and need not be looked at.
+void IncLayout::insert_dummy_nodes_between(const Crossing& crossing) {
+    const auto& [from, to, edge, owner_id, from_level, to_level] = crossing;
+    const int d = to_level - from_level;
     if (d == 0) {
         BreakRun::Renew(edge, owner_id, 6);
         count_wrap(from, to);
@@ -106,19 +113,29 @@ void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, con
         return;
     }
     // A reversed edge has four bends more: it turns around both of its end nodes.
-    const bool reversed = local_info[edge].reversed;
+    const bool reversed = is_marked_reversed(edge);
     const int length = 2 * std::abs(d) + (reversed ? 6 : 2);
     const int skipped = reversed ? 4 : 2;
     if (reversed) {
         count_wrap(from, to);
     }
-    insert_chain(from, to, BreakRun::Renew(edge, owner_id, length), edge, skipped, d > 0 ? 1 : -1);
+    insert_chain(crossing, BreakRun::Renew(edge, owner_id, length), skipped, d > 0 ? 1 : -1);
 }
 
-void IncLayout::insert_chain(const Node& from, const Node& to, const BreakRun& b, const Edge& edge,
-                             int skipped, int sign) {
+// Where nobody looks at the marks, asking leaves none behind.
+bool IncLayout::is_marked_reversed(const Edge& edge) {
+    if (!collects_joins) {
+        return local_info[edge].reversed;
+    }
+    const local_store::edge_entry* const known =
+        local_info.edge_info.empty() ? nullptr : local_info.edge_info.find(edge.GetID());
+    return (known != nullptr ? known->second : local_info.default_edge).reversed;
+}
+
+void IncLayout::insert_chain(const Crossing& crossing, const BreakRun& b, int skipped, int sign) {
+    const Edge& edge = crossing.edge;
     // Towards a node of another graph, which has no level, a chain goes on to the ports.
-    const bool meets_ports = collects_joins && (*cur_info)[to].level < 0;
+    const bool meets_ports = collects_joins && crossing.to_level < 0;
     const auto join = [&](const Node& before, const Node& after) {
         const Node& lower = sign > 0 ? before : after;
         const Node& higher = sign > 0 ? after : before;
@@ -128,17 +145,19 @@ void IncLayout::insert_chain(const Node& from, const Node& to, const BreakRun& b
         }
     };
     const int end = b.get_count() - skipped;
-    int level = (*cur_info)[from].level + sign;
-    Node prev = from;
+    int level = crossing.from_level + sign;
+    Node prev = crossing.from;
     for (int i = skipped; i < end; i += 2) {
         const Node dummy = b.at(i);
-        put_dummy_on_level(dummy, level);
+        lengthen_to_hold(level);
+        record_of(*cur_info, b, i).level = level;
         record_of(*cur_info, b, i + 1).level = level;
+        level_nodes[static_cast<std::size_t>(level)].push_back(dummy);
         join(prev, dummy);
         prev = dummy;
         level += sign;
     }
-    join(prev, to);
+    join(prev, crossing.to);
 }
 
 // A track runs under both ends of an edge, under a loop's node once.

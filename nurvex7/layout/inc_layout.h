@@ -130,8 +130,6 @@ protected:
     void place_nodes_on_levels();
     void insert_dummy_nodes_inout(const Node& node, Order order);
     void insert_dummy_nodes_between(const Node& from, const Node& to, const Edge& edge);
-    void insert_chain(const Node& from, const Node& to, const BreakRun& b, const Edge& edge,
-                      int skipped, int sign);
     void put_dummy_on_level(const Node& dummy, int level);
     void count_wrap(const Node& from, const Node& to);
     bool holds_real_node_last() const;
@@ -299,6 +297,19 @@ private:
 
     UpdateOutlook look_ahead(const Node& owner, bool with_owners_inside) const;
     const IncLayout* layout_that_serves(const Node& node) const;
+
+    /// An edge between two owned nodes that is about to get its bends.
+    struct Crossing {
+        const Node& from;
+        const Node& to;
+        const Edge& edge;
+        int owner_id;
+        int from_level;
+        int to_level;
+    };
+    void insert_dummy_nodes_between(const Crossing& crossing);
+    void insert_chain(const Crossing& crossing, const BreakRun& b, int skipped, int sign);
+    bool is_marked_reversed(const Edge& edge);
 
     template <typename F>
     void sweep(F f);

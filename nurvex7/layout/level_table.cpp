@@ -88,7 +88,9 @@ void IncLayout::mark_old() {
         [&](std::size_t i) {
             RunEdges::ask_for_run(*unmarked[i]);
             ask_for_edge(i, [](const Edge& e) { prefetch(e.get_impl().get()); });
-        });
+            cur_info->edge_info.ask_for_slot(unmarked[i]->id);
+        },
+        [&](std::size_t i) { cur_info->edge_info.ask_for_page(unmarked[i]->id); });
 }
 
 // Most edges were drawn by the run before, and their records say already what they are to say: the
@@ -265,9 +267,13 @@ void IncLayout::place_if_new(RunEdges& edges, int i) {
         insert_dummy_nodes_inout(n, ORDER_IN);
         insert_dummy_nodes_inout(n, ORDER_OUT);
     }
+    const int owner_id = n.GetOwner().GetID();
     for (const RunEdge& e : edges.out_of(i)) {
         if (e.is_new && !edges.is_hidden(e.head, *run_nodes)) {
-            insert_dummy_nodes_between(n, edges.node_at(e.head, *run_nodes), edges.edge_of(e));
+            const Node& to = edges.node_at(e.head, *run_nodes);
+            const int to_level = e.head >= 0 ? info_of(e.head).level : (*cur_info)[to].level;
+            insert_dummy_nodes_between(
+                Crossing{n, to, edges.edge_of(e), owner_id, info_of(i).level, to_level});
             edges.find_new_run(edges.number_of(e));
         }
     }
