@@ -45,9 +45,40 @@ double slack_at(float a, float b) {
 
 } // namespace
 
+/// What surrounds some bounds. Trapezoids over the same span make one; where spans differ, the
+/// boxes around them do.
+class BoxIndex::Hull {
+public:
+    void Add(const Bound& bound) {
+        all.left = std::min(all.left, bound.left);
+        all.right = std::max(all.right, bound.right);
+        all.top_left = std::min(all.top_left, bound.top_left);
+        all.top_right = std::min(all.top_right, bound.top_right);
+        all.bottom_left = std::max(all.bottom_left, bound.bottom_left);
+        all.bottom_right = std::max(all.bottom_right, bound.bottom_right);
+        last_left = std::max(last_left, bound.left);
+        first_right = std::min(first_right, bound.right);
+    }
+
+    bool IsEmpty() const { return all.left > last_left; }
+
+    /// Duty: not empty
+    Bound Get() const {
+        if (all.left == last_left && all.right == first_right) {
+            return all;
+        }
+        return {all.left, all.right, all.top(), all.top(), all.bottom(), all.bottom()};
+    }
+
+private:
+    Bound all{INFINITE, -INFINITE, INFINITE, INFINITE, -INFINITE, -INFINITE};
+    float last_left = -INFINITE;
+    float first_right = INFINITE;
+};
+
 void BoxIndex::clear() {
     entries.clear();
-    levels.clear();
+    splits.clear();
 }
 
 void BoxIndex::add(const tamsel7::rectangle<double>& box, int value) {
@@ -91,27 +122,25 @@ bool BoxIndex::meets_between(const Bound& bound, const tamsel7::rectangle<double
 }
 
 void BoxIndex::build() {
-    part(entries.begin(), entries.end());
-    levels.clear();
-    if (entries.size() > GROUP) {
-        add_level(entries);
-    }
-    while (!levels.empty() && levels.back().size() > GROUP) {
-        add_level(levels.back());
-    }
+    splits.assign((entries.size() + GROUP - 1) / GROUP, Split{});
 }
 
-/// Brings what is near each other together. Every cut leaves a number of whole groups before it.
-void BoxIndex::part(entry_iterator first, entry_iterator last) {
-    const auto count = static_cast<std::size_t>(last - first);
-    if (count <= GROUP) {
-        return;
-    }
+std::size_t BoxIndex::count_before_cut(std::size_t count) {
     std::size_t before = GROUP;
     while (before * 2 < count) {
         before *= 2;
     }
-    const auto cut = first + static_cast<std::ptrdiff_t>(before);
+    return before;
+}
+
+void BoxIndex::make(Split& split, std::size_t first, std::size_t cut, std::size_t last) {
+    const auto at = [&](std::size_t i) { return entries.begin() + static_cast<std::ptrdiff_t>(i); };
+    part(at(first), at(cut), at(last));
+    split = {bound_around(at(first), at(cut)), bound_around(at(cut), at(last)), true};
+}
+
+/// Brings what is near each other together.
+void BoxIndex::part(entry_iterator first, entry_iterator cut, entry_iterator last) {
     switch (choose_axis(first, last)) {
     case axis_t::x:
         part_along<axis_t::x>(first, cut, last);
@@ -123,8 +152,6 @@ void BoxIndex::part(entry_iterator first, entry_iterator last) {
         part_along<axis_t::right_y>(first, cut, last);
         break;
     }
-    part(first, cut);
-    part(cut, last);
 }
 
 /// The axis along which some samples are parted into the smallest bounds. The height at either side
@@ -173,19 +200,13 @@ double BoxIndex::area_parted_along(const std::array<Bound, SAMPLES>& samples) {
     for (const Bound& sample : samples) {
         sum += middle_along<axis>(sample);
     }
-    std::array<Bound, 2> halves;
-    std::array<bool, 2> any{};
+    std::array<Hull, 2> halves;
     for (const Bound& sample : samples) {
-        const std::size_t side = middle_along<axis>(sample) * SAMPLES > sum ? 1 : 0;
-        if (any[side]) {
-            widen(halves[side], sample);
-        } else {
-            halves[side] = sample;
-            any[side] = true;
-        }
+        halves[middle_along<axis>(sample) * SAMPLES > sum ? 1 : 0].Add(sample);
     }
-    return any[0] && any[1] ? area_of(halves[0]) + area_of(halves[1])
-                            : std::numeric_limits<double>::infinity();
+    return !halves[0].IsEmpty() && !halves[1].IsEmpty()
+               ? area_of(halves[0].Get()) + area_of(halves[1].Get())
+               : std::numeric_limits<double>::infinity();
 }
 
 /// Twice that of a trapezoid, with a margin for those that are as thin as a line.
@@ -197,55 +218,16 @@ double BoxIndex::area_of(const Bound& bound) {
                                               length(bound.top_right, bound.bottom_right));
 }
 
-/// Trapezoids over the same span make one; where spans differ, the boxes around them do.
-void BoxIndex::widen(Bound& bound, const Bound& by) {
-    const auto box_around = [](const Bound& of) -> Bound {
-        return {of.left, of.right, of.top(), of.top(), of.bottom(), of.bottom()};
-    };
-    const bool same_span = bound.left == by.left && bound.right == by.right;
-    const Bound a = same_span ? bound : box_around(bound);
-    const Bound b = same_span ? by : box_around(by);
-    bound = {std::min(a.left, b.left),
-             std::max(a.right, b.right),
-             std::min(a.top_left, b.top_left),
-             std::min(a.top_right, b.top_right),
-             std::max(a.bottom_left, b.bottom_left),
-             std::max(a.bottom_right, b.bottom_right)};
-}
-
-namespace {
-
-template <typename Entry>
-const auto& bound_of(const Entry& entry) {
-    if constexpr (requires { entry.bound; }) {
-        return entry.bound;
-    } else {
-        return entry;
+BoxIndex::Bound BoxIndex::bound_around(entry_iterator first, entry_iterator last) {
+    Hull hull;
+    for (; first != last; ++first) {
+        hull.Add(first->bound);
     }
-}
-
-} // namespace
-
-template <typename Below>
-void BoxIndex::add_level(const Below& below) {
-    std::vector<Bound> level;
-    level.reserve((below.size() + GROUP - 1) / GROUP);
-    for (std::size_t i = 0; i < below.size(); ++i) {
-        if (i % GROUP == 0) {
-            level.push_back(bound_of(below[i]));
-        } else {
-            widen(level.back(), bound_of(below[i]));
-        }
-    }
-    levels.push_back(std::move(level));
+    return hull.Get();
 }
 
 std::size_t BoxIndex::get_memory() const {
-    std::size_t bytes = entries.capacity() * sizeof(Entry);
-    for (const std::vector<Bound>& level : levels) {
-        bytes += level.capacity() * sizeof(Bound);
-    }
-    return bytes;
+    return entries.capacity() * sizeof(Entry) + splits.capacity() * sizeof(Split);
 }
 
 } // namespace nurvex7

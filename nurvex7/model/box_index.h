@@ -15,9 +15,13 @@ namespace nurvex7 {
 ///
 /// They are parted in two, along the axis that leaves the smallest bounds, as the surface area
 /// heuristic wants it (MacDonald and Booth, "Heuristics for ray tracing using space subdivision",
-/// 1990), and these again, until a handful is left; 16 neighbours share a bound, 16 of these the
-/// next, so that the tree needs no pointers, as in a packed R-tree (Leutenegger, Lopez and
-/// Edgington, "STR", 1997). It is built as a whole and never changed.
+/// 1990), and these again, until a handful is left. The tree needs no pointers: how many come into
+/// which part tells their count alone, as in a packed R-tree (Leutenegger, Lopez and Edgington,
+/// "STR", 1997).
+///
+/// A part is parted when somebody looks into it for the first time. After a layout has moved
+/// everything, the window that is painted needs a few of the parts: the others cost nothing until
+/// someone scrolls there.
 ///
 /// Edges cross the gap between two columns side by side, often far steeper than the gap is wide,
 /// and a point between them lies in the bounding boxes of most. What starts at one x and ends at
@@ -41,12 +45,8 @@ public:
     ///
     /// Order   none
     template <typename F>
-    void find(const tamsel7::rectangle<double>& area, F found) const {
-        if (!levels.empty()) {
-            find_in(levels.size(), 0, levels.back().size(), area, found);
-        } else {
-            find_among(0, entries.size(), area, found);
-        }
+    void find(const tamsel7::rectangle<double>& area, F found) {
+        find_in(0, entries.size(), area, found);
     }
 
     std::size_t size() const { return entries.size(); }
@@ -74,6 +74,13 @@ private:
         int value;
     };
     using entry_iterator = std::vector<Entry>::iterator;
+    class Hull;
+    /// What surrounds either half of some entries.
+    struct Split {
+        Bound before;
+        Bound after;
+        bool is_made;
+    };
 
     // Written so that a side of the area that is no number keeps nothing away.
     static bool meets(const Bound& bound, const tamsel7::rectangle<double>& area) {
@@ -83,19 +90,24 @@ private:
     }
     static bool meets_between(const Bound& bound, const tamsel7::rectangle<double>& area);
 
-    /// The bounds of a level that surround groups of the one below; level 0 is that of the entries.
+    /// Duty: first is a multiple of GROUP
     template <typename F>
-    void find_in(std::size_t level, std::size_t first, std::size_t last,
-                 const tamsel7::rectangle<double>& area, F& found) const {
-        if (level == 0) {
+    void find_in(std::size_t first, std::size_t last, const tamsel7::rectangle<double>& area,
+                 F& found) {
+        if (last - first <= GROUP) {
             find_among(first, last, area, found);
             return;
         }
-        const std::size_t below = level > 1 ? levels[level - 2].size() : entries.size();
-        for (std::size_t i = first; i < last; ++i) {
-            if (meets(levels[level - 1][i], area)) {
-                find_in(level - 1, i * GROUP, std::min(below, (i + 1) * GROUP), area, found);
-            }
+        const std::size_t cut = first + count_before_cut(last - first);
+        Split& split = splits[cut / GROUP];
+        if (!split.is_made) {
+            make(split, first, cut, last);
+        }
+        if (meets(split.before, area)) {
+            find_in(first, cut, area, found);
+        }
+        if (meets(split.after, area)) {
+            find_in(cut, last, area, found);
         }
     }
 
@@ -112,7 +124,10 @@ private:
     enum class axis_t { x, left_y, right_y };
     static constexpr std::size_t SAMPLES = 32;
 
-    static void part(entry_iterator first, entry_iterator last);
+    /// Whole groups, and the same number of them again and again in what lies before.
+    static std::size_t count_before_cut(std::size_t count);
+    void make(Split& split, std::size_t first, std::size_t cut, std::size_t last);
+    static void part(entry_iterator first, entry_iterator cut, entry_iterator last);
     static axis_t choose_axis(entry_iterator first, entry_iterator last);
     template <axis_t axis>
     static float middle_along(const Bound& bound);
@@ -121,12 +136,10 @@ private:
     template <axis_t axis>
     static double area_parted_along(const std::array<Bound, SAMPLES>& samples);
     static double area_of(const Bound& bound);
-    static void widen(Bound& bound, const Bound& by);
-    template <typename Below>
-    void add_level(const Below& below);
+    static Bound bound_around(entry_iterator first, entry_iterator last);
 
     std::vector<Entry> entries;
-    std::vector<std::vector<Bound>> levels; ///< the innermost first
+    std::vector<Split> splits; ///< each at the group that its second half begins with
 };
 
 } // namespace nurvex7
