@@ -1,6 +1,6 @@
 #include "apps/nurvex/visibility.h"
 
-#include "nurvex7/layout/inc_layout.h"
+#include "apps/nurvex/series_layout.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 
@@ -102,6 +102,14 @@ void prepare_update(Node owner) {
     }
 }
 
+/// What comes back is last in its level for the length of an update, which reckons the height of an
+/// owner by the last of each level, though an old node may lie lower. A layout for a series brings
+/// its levels into order; to resize an owner of its too would only move columns that stay.
+bool needs_resize(const Node& grown) {
+    const graph_ptr2<ILayout> layout = grown.GetLayout();
+    return dynamic_cast<const SeriesLayout*>(layout.get()) == nullptr;
+}
+
 /// `queued`: so many of the first entries have their update queued already.
 void queue(const std::vector<Concerned>& entries, std::size_t queued) {
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -112,9 +120,7 @@ void queue(const std::vector<Concerned>& entries, std::size_t queued) {
                 owner.UpdateLayout();
             }
         }
-        if (entries[i].has_more) {
-            // What comes back is last in its level for the length of the update, and that reckons
-            // the height of an owner by the last of each level, though an old node may lie lower.
+        if (entries[i].has_more && needs_resize(owner)) {
             owner.ResizeSelf();
         }
     }

@@ -39,7 +39,7 @@ void ShowClustersAround(const std::vector<VisibilityChange>& changes);
 ///
 /// Queues  UpdateLayout of each owner with a node that was hidden or shown, unless an owner around
 ///         it is to be updated; MakeLayout of each owner that an update cannot serve; ResizeSelf of
-///         each owner with a node that was shown
+///         each owner with a node that was shown, but for those that a SeriesLayout serves
 void QueueLayouts(const std::vector<VisibilityChange>& changes);
 /// The same after a fold or unfold of a node, which has queued the update of its owner itself.
 void QueueLayoutsBesideFold(const nurvex7::Node& folded,

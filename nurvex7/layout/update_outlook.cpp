@@ -20,11 +20,21 @@ public:
         : records(records_of_owner), answers(index), keep_hidden(with_hidden) {}
 
     UpdateOutlook of(const Node& owner) {
-        UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
         NodeSet owned = owner.GetOwned();
+        std::vector<Node> starts;
         for (int i = 0; i < owned.GetCount(); ++i) {
-            const Node start = owned.GetItem(i);
-            if (takes_part(start) && !visited[start.GetID()]) {
+            if (takes_part(owned.GetItem(i))) {
+                starts.push_back(owned.GetItem(i));
+            }
+        }
+        const bool all_known = std::all_of(starts.begin(), starts.end(),
+                                           [&](const Node& n) { return record_of(n).is_old; });
+        if (all_known) {
+            return of_known(starts);
+        }
+        UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
+        for (const Node& start : starts) {
+            if (!visited[start.GetID()]) {
                 outlook = std::max(outlook, of_component(start));
             }
         }
@@ -32,6 +42,33 @@ public:
     }
 
 private:
+    /// An old node keeps its place, and one that comes back has one: where no node is unknown,
+    /// everything fits, and how they hang together need not be known.
+    UpdateOutlook of_known(const std::vector<Node>& all) const {
+        const auto comes_back = [&](const Node& n) {
+            return !IsFlagSet(n, NODE_HIDDEN) && record_of(n).was_hidden;
+        };
+        const bool any_new =
+            std::any_of(all.begin(), all.end(), comes_back) ||
+            std::any_of(all.begin(), all.end(), [&](const Node& n) { return has_new_edge(n); });
+        return any_new ? UpdateOutlook::FITS : UpdateOutlook::NOTHING_NEW;
+    }
+
+    /// One that is drawn.
+    bool has_new_edge(const Node& n) const {
+        if (IsFlagSet(n, NODE_HIDDEN)) {
+            return false;
+        }
+        for (const auto pairs : {answers.Children(n), answers.Parents(n)}) {
+            for (const StructureIndex::Pair& pair : pairs) {
+                if (!is_old(pair.edge) && !IsFlagSet(pair.node, NODE_HIDDEN)) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
     UpdateOutlook of_component(const Node& start) {
         bool all_new = true;
         bool any_new = false;

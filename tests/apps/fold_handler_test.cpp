@@ -1,10 +1,12 @@
 #include "apps/nurvex/fold_handler.h"
+#include "apps/nurvex/series_layout.h"
 #include "nurvex7/model/folding.h"
 #include "nurvex7/model/queries.h"
 #include "tests/support/test_graph.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <random>
 #include <string>
@@ -120,31 +122,56 @@ TEST(FoldHandler, OtherClustersCloseUpAndOpenAgain) {
     EXPECT_EQ(height_of_d(), full);
 }
 
-TEST(FoldHandler, NothingSticksOutOfItsClusterAfterAnyClick) {
-    for (unsigned seed = 1; seed <= 12; ++seed) {
-        std::mt19937 random(seed);
-        TestGraph g;
-        const auto pick = [&] { return g.nodes()[random() % g.nodes().size()]; };
-        const auto owner = [&] { return random() % 3 == 0 ? pick() : g.root(); };
-        g.add("a b c");
-        for (int i = 0; i < 60; ++i) {
-            if (i % 3 == 0) {
-                g.add_node(owner(), "n");
-            }
-            g.add_edge(pick(), pick());
-            SetFlag(pick(), NODE_HIDDEN, random() % 2 == 0);
+void click_at_random(TestGraph& g, unsigned seed) {
+    std::mt19937 random(seed);
+    const auto pick = [&] { return g.nodes()[random() % g.nodes().size()]; };
+    const auto owner = [&] { return random() % 3 == 0 ? pick() : g.root(); };
+    g.add("a b c");
+    for (int i = 0; i < 60; ++i) {
+        if (i % 3 == 0) {
+            g.add_node(owner(), "n");
         }
-        g.make();
-        FoldHandler handler;
-        for (int i = 0; i < 30; ++i) {
-            const Node clicked = pick();
-            if (!IsFlagSet(clicked, NODE_HIDDEN)) {
-                click(handler, clicked, i % 2 == 0 ? PARENTS : CHILDREN);
-                g.recalculate();
-                ASSERT_EQ(sticking_out(g), "") << "seed " << seed << " click " << i;
-            }
+        g.add_edge(pick(), pick());
+        SetFlag(pick(), NODE_HIDDEN, random() % 2 == 0);
+    }
+    g.make();
+    FoldHandler handler;
+    for (int i = 0; i < 30; ++i) {
+        const Node clicked = pick();
+        if (!IsFlagSet(clicked, NODE_HIDDEN)) {
+            click(handler, clicked, i % 2 == 0 ? PARENTS : CHILDREN);
+            g.recalculate();
+            ASSERT_EQ(sticking_out(g), "") << "seed " << seed << " click " << i;
         }
     }
+}
+
+TEST(FoldHandler, NothingSticksOutOfItsClusterAfterAnyClick) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        TestGraph g;
+        click_at_random(g, seed);
+        TestGraph in_series;
+        SeriesLayout layout(30, 12, 2, 5);
+        in_series.use_layout(layout);
+        click_at_random(in_series, seed);
+    }
+}
+
+// The root is as high as the old node that ends below the one that comes back, and no column moves.
+TEST(FoldHandler, WithALayoutForASeriesNothingIsResizedAfterAnUnfold) {
+    TestGraph g("a>p a>r q>p q>r q>s !p !r");
+    SeriesLayout layout(30, 12, 2, 5);
+    g.use_layout(layout);
+    g.make();
+    FoldHandler handler;
+    click(handler, g.node("a"), CHILDREN);
+    EXPECT_EQ(queued(g), "|*|");
+    g.recalculate();
+    double lowest = 0;
+    for (const Node& node : g.nodes()) {
+        lowest = std::max(lowest, node.GetPosition().y + node.GetSize().height);
+    }
+    EXPECT_GE(g.root().GetSize().height, lowest);
 }
 
 TEST(FoldHandler, AListenerMayRemoveWhatWasClickedAndItsNeighbours) {
