@@ -149,6 +149,9 @@ private:
 OverviewPane::OverviewPane(QWidget* parent, IViewer* viewer)
     : ElementWidget(parent), content(new Element(*this, viewer)) {
     setMinimumSize(USUAL_SIZE / 2);
+    renewal.setSingleShot(true);
+    renewal.setInterval(0); // behind all events that wait, and the repaint of the view is one
+    connect(&renewal, &QTimer::timeout, this, &OverviewPane::renew_now);
 }
 
 /// The viewer may be gone before the element is.
@@ -163,6 +166,7 @@ QSize OverviewPane::sizeHint() const {
 void OverviewPane::lay_drawing() {
     if (drawing.size() != GetPicture().size() ||
         drawing.devicePixelRatio() != GetPicture().devicePixelRatio()) {
+        renewal.stop();
         drawing = MakePicture();
         nurvex7::qt::QtPainter painter(drawing, GetTypesetter());
         painter.BeginPaint(tamsel7::IPainter::StdSettings::STANDARD);
@@ -172,9 +176,14 @@ void OverviewPane::lay_drawing() {
     LayPicture(drawing);
 }
 
+void OverviewPane::renew_now() {
+    drawing = QImage();
+    content->Invalidate();
+}
+
 /// Colours may follow the desktop's.
 void OverviewPane::changeEvent(QEvent* event) {
-    Renew();
+    drawing = QImage();
     ElementWidget::changeEvent(event);
 }
 

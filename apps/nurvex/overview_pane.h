@@ -5,6 +5,7 @@
 #include "nurvex7/viewer/overview_content.h"
 
 #include <QImage>
+#include <QTimer>
 
 #include <functional>
 
@@ -15,7 +16,8 @@ namespace nurvex {
 /// view there.
 ///
 /// Keeps   a picture of the drawing without the frame: a step of the view costs the frame alone,
-///         however large the graph
+///         however large the graph. After a change it is painted when nothing else waits: the view
+///         comes first
 class OverviewPane : public nurvex7::qt::ElementWidget {
 public:
     OverviewPane(QWidget* parent, nurvex7::IViewer* viewer);
@@ -24,8 +26,8 @@ public:
     /// Called with true before the drawing is painted, with false after it.
     std::function<void(bool)> on_painting;
 
-    /// The drawing has changed: the next repaint paints it anew.
-    void Renew() { drawing = QImage(); }
+    /// The drawing has changed: it is painted anew, soon.
+    void Renew() { renewal.start(); }
 
     QSize sizeHint() const override;
     nurvex7::COverviewContent& GetContent() const;
@@ -39,9 +41,11 @@ private:
     class Element;
 
     void lay_drawing();
+    void renew_now();
 
     Element* content;
-    QImage drawing; ///< without the frame; null where it has to be painted
+    QImage drawing; ///< without the frame; null where it has to be painted at once
+    QTimer renewal;
 };
 
 } // namespace nurvex

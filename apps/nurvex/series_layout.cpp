@@ -162,7 +162,24 @@ void SeriesLayout::sort_levels() {
 }
 
 void SeriesLayout::sort_level(std::size_t level) {
-    std::stable_sort(level_nodes[level].begin(), level_nodes[level].end(), NodeByYComparator());
+    struct Turn {
+        double y;
+        std::size_t place; ///< before
+    };
+    std::vector<Node>& nodes_of_level = level_nodes[level];
+    std::vector<Turn> turns;
+    turns.reserve(nodes_of_level.size());
+    for (const Node& node : nodes_of_level) {
+        turns.push_back({node.GetPosition().y, turns.size()});
+    }
+    std::stable_sort(turns.begin(), turns.end(),
+                     [](const Turn& a, const Turn& b) { return a.y < b.y; });
+    std::vector<Node> sorted;
+    sorted.reserve(turns.size());
+    for (const Turn& turn : turns) {
+        sorted.push_back(nodes_of_level[turn.place]);
+    }
+    nodes_of_level.swap(sorted);
     level_changed(level);
 }
 

@@ -19,7 +19,9 @@ bool has_pixels(QPaintEngine::Type type) {
 /// Qt draws the joins of lines of one pixel or less in a hurry, and leaves pale spots there. A line
 /// of a thousandth more covers the same pixels.
 QPen with_full_joins(QPen pen) {
-    pen.setWidthF(pen.widthF() * 1.001);
+    if (pen.style() != Qt::NoPen) {
+        pen.setWidthF(pen.widthF() * 1.001);
+    }
     return pen;
 }
 

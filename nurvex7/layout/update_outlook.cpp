@@ -21,20 +21,26 @@ public:
 
     UpdateOutlook of(const Node& owner) {
         NodeSet owned = owner.GetOwned();
-        std::vector<Node> starts;
-        for (int i = 0; i < owned.GetCount(); ++i) {
-            if (takes_part(owned.GetItem(i))) {
-                starts.push_back(owned.GetItem(i));
+        bool all_known = true;
+        bool any_comes_back = false;
+        for (int i = 0; i < owned.GetCount() && all_known; ++i) {
+            const Node n = owned.GetItem(i);
+            if (takes_part(n)) {
+                const NodeInfo info = record_of(n);
+                all_known = info.is_old;
+                any_comes_back = any_comes_back || comes_back(n, info);
             }
         }
-        const bool all_known = std::all_of(starts.begin(), starts.end(),
-                                           [&](const Node& n) { return record_of(n).is_old; });
+        // An old node keeps its place, and one that comes back has one: where no node is unknown,
+        // everything fits, and how they hang together need not be known.
         if (all_known) {
-            return of_known(starts);
+            return any_comes_back || has_new_edge(owned) ? UpdateOutlook::FITS
+                                                         : UpdateOutlook::NOTHING_NEW;
         }
         UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
-        for (const Node& start : starts) {
-            if (!visited[start.GetID()]) {
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            const Node start = owned.GetItem(i);
+            if (takes_part(start) && !visited[start.GetID()]) {
                 outlook = std::max(outlook, of_component(start));
             }
         }
@@ -42,16 +48,17 @@ public:
     }
 
 private:
-    /// An old node keeps its place, and one that comes back has one: where no node is unknown,
-    /// everything fits, and how they hang together need not be known.
-    UpdateOutlook of_known(const std::vector<Node>& all) const {
-        const auto comes_back = [&](const Node& n) {
-            return !IsFlagSet(n, NODE_HIDDEN) && record_of(n).was_hidden;
-        };
-        const bool any_new =
-            std::any_of(all.begin(), all.end(), comes_back) ||
-            std::any_of(all.begin(), all.end(), [&](const Node& n) { return has_new_edge(n); });
-        return any_new ? UpdateOutlook::FITS : UpdateOutlook::NOTHING_NEW;
+    static bool comes_back(const Node& n, const NodeInfo& info) {
+        return info.is_old && info.was_hidden && !IsFlagSet(n, NODE_HIDDEN);
+    }
+
+    bool has_new_edge(NodeSet& owned) const {
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            if (has_new_edge(owned.GetItem(i))) {
+                return true;
+            }
+        }
+        return false;
     }
 
     /// One that is drawn.
@@ -80,9 +87,8 @@ private:
             open.pop_back();
             const NodeInfo info = record_of(n);
             const bool hidden = IsFlagSet(n, NODE_HIDDEN);
-            const bool comes_back = info.is_old && info.was_hidden && !hidden;
             all_new = all_new && (!info.is_old || info.was_hidden);
-            any_new = any_new || !info.is_old || comes_back;
+            any_new = any_new || !info.is_old || comes_back(n, info);
             // Looked around in any case: the walk goes on from there.
             const bool anchored = look_around(n, hidden, any_new);
             all_anchored = all_anchored && (anchored || info.is_old);

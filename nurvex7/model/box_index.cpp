@@ -78,7 +78,7 @@ private:
 
 void BoxIndex::clear() {
     entries.clear();
-    splits.clear();
+    parts.clear();
 }
 
 void BoxIndex::add(const tamsel7::rectangle<double>& box, int value) {
@@ -122,42 +122,38 @@ bool BoxIndex::meets_between(const Bound& bound, const tamsel7::rectangle<double
 }
 
 void BoxIndex::build() {
-    splits.assign((entries.size() + GROUP - 1) / GROUP, Split{});
-}
-
-std::size_t BoxIndex::count_before_cut(std::size_t count) {
-    std::size_t before = GROUP;
-    while (before * 2 < count) {
-        before *= 2;
-    }
-    return before;
-}
-
-void BoxIndex::make(Split& split, std::size_t first, std::size_t cut, std::size_t last) {
-    const auto at = [&](std::size_t i) { return entries.begin() + static_cast<std::ptrdiff_t>(i); };
-    part(at(first), at(cut), at(last));
-    split = {bound_around(at(first), at(cut)), bound_around(at(cut), at(last)), true};
+    parts.assign(1, Part{});
 }
 
 /// Brings what is near each other together.
-void BoxIndex::part(entry_iterator first, entry_iterator cut, entry_iterator last) {
-    switch (choose_axis(first, last)) {
-    case axis_t::x:
-        part_along<axis_t::x>(first, cut, last);
-        break;
+void BoxIndex::halve(std::size_t part, std::size_t first, std::size_t last) {
+    const std::size_t halves = parts.size();
+    parts.resize(halves + 2);
+    const auto begin = entries.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = entries.begin() + static_cast<std::ptrdiff_t>(last);
+    const auto cut = part_in_two(begin, end);
+    parts[halves].bound = bound_around(begin, cut);
+    parts[halves + 1].bound = bound_around(cut, end);
+    parts[part].cut = static_cast<std::uint32_t>(cut - entries.begin());
+    parts[part].halves = static_cast<std::uint32_t>(halves);
+}
+
+BoxIndex::entry_iterator BoxIndex::part_in_two(entry_iterator first, entry_iterator last) {
+    const Cut cut = choose_cut(first, last);
+    switch (cut.axis) {
     case axis_t::left_y:
-        part_along<axis_t::left_y>(first, cut, last);
-        break;
+        return part_along<axis_t::left_y>(first, last, cut.at);
     case axis_t::right_y:
-        part_along<axis_t::right_y>(first, cut, last);
-        break;
+        return part_along<axis_t::right_y>(first, last, cut.at);
+    default:
+        return part_along<axis_t::x>(first, last, cut.at);
     }
 }
 
-/// The axis along which some samples are parted into the smallest bounds. The height at either side
-/// is an axis of its own, so that segments that cross each other in the midst of a gap are parted
-/// by where they end.
-BoxIndex::axis_t BoxIndex::choose_axis(entry_iterator first, entry_iterator last) {
+/// That which parts some samples into the smallest bounds. The height at either side is an axis of
+/// its own, so that segments that cross each other in the midst of a gap are parted by where they
+/// end.
+BoxIndex::Cut BoxIndex::choose_cut(entry_iterator first, entry_iterator last) {
     std::array<Bound, SAMPLES> samples;
     const auto count = static_cast<std::size_t>(last - first);
     bool boxes = true;
@@ -165,13 +161,11 @@ BoxIndex::axis_t BoxIndex::choose_axis(entry_iterator first, entry_iterator last
         samples[i] = first[static_cast<std::ptrdiff_t>(count * i / SAMPLES)].bound;
         boxes = boxes && samples[i].is_box();
     }
-    const double by_x = area_parted_along<axis_t::x>(samples);
-    const double by_left = area_parted_along<axis_t::left_y>(samples);
-    const double by_right = boxes ? by_left : area_parted_along<axis_t::right_y>(samples);
-    if (by_x < std::min(by_left, by_right)) {
-        return axis_t::x;
-    }
-    return by_right < by_left ? axis_t::right_y : axis_t::left_y;
+    const Cut by_x = cut_along<axis_t::x>(samples);
+    const Cut by_left = cut_along<axis_t::left_y>(samples);
+    const Cut by_right = boxes ? by_left : cut_along<axis_t::right_y>(samples);
+    const Cut& by_y = by_right.area < by_left.area ? by_right : by_left;
+    return by_x.area < by_y.area ? by_x : by_y;
 }
 
 template <BoxIndex::axis_t axis>
@@ -186,27 +180,39 @@ float BoxIndex::middle_along(const Bound& bound) {
     }
 }
 
+/// At the mean, which costs one look at each; where hardly anything lies at one of its sides, at
+/// the median, so that the tree does not grow deep.
 template <BoxIndex::axis_t axis>
-void BoxIndex::part_along(entry_iterator first, entry_iterator cut, entry_iterator last) {
-    std::nth_element(first, cut, last, [](const Entry& a, const Entry& b) {
+BoxIndex::entry_iterator BoxIndex::part_along(entry_iterator first, entry_iterator last, float at) {
+    const auto cut = std::partition(
+        first, last, [at](const Entry& entry) { return !(middle_along<axis>(entry.bound) > at); });
+    const auto least = (last - first) / 8;
+    if (std::min(cut - first, last - cut) >= least) {
+        return cut;
+    }
+    const auto half = first + (last - first) / 2;
+    std::nth_element(first, half, last, [](const Entry& a, const Entry& b) {
         return middle_along<axis>(a.bound) < middle_along<axis>(b.bound);
     });
+    return half;
 }
 
-/// What the two halves cover together; infinite where all are at one place.
+/// Where all are at one place, the area is infinite.
 template <BoxIndex::axis_t axis>
-double BoxIndex::area_parted_along(const std::array<Bound, SAMPLES>& samples) {
+BoxIndex::Cut BoxIndex::cut_along(const std::array<Bound, SAMPLES>& samples) {
     float sum = 0;
     for (const Bound& sample : samples) {
         sum += middle_along<axis>(sample);
     }
+    const float mean = sum / SAMPLES;
     std::array<Hull, 2> halves;
     for (const Bound& sample : samples) {
-        halves[middle_along<axis>(sample) * SAMPLES > sum ? 1 : 0].Add(sample);
+        halves[middle_along<axis>(sample) > mean ? 1 : 0].Add(sample);
     }
-    return !halves[0].IsEmpty() && !halves[1].IsEmpty()
-               ? area_of(halves[0].Get()) + area_of(halves[1].Get())
-               : std::numeric_limits<double>::infinity();
+    const bool parts_them = !halves[0].IsEmpty() && !halves[1].IsEmpty();
+    return {axis, mean,
+            parts_them ? area_of(halves[0].Get()) + area_of(halves[1].Get())
+                       : std::numeric_limits<double>::infinity()};
 }
 
 /// Twice that of a trapezoid, with a margin for those that are as thin as a line.
@@ -227,7 +233,7 @@ BoxIndex::Bound BoxIndex::bound_around(entry_iterator first, entry_iterator last
 }
 
 std::size_t BoxIndex::get_memory() const {
-    return entries.capacity() * sizeof(Entry) + splits.capacity() * sizeof(Split);
+    return entries.capacity() * sizeof(Entry) + parts.capacity() * sizeof(Part);
 }
 
 } // namespace nurvex7

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace nurvex7 {
@@ -15,9 +16,7 @@ namespace nurvex7 {
 ///
 /// They are parted in two, along the axis that leaves the smallest bounds, as the surface area
 /// heuristic wants it (MacDonald and Booth, "Heuristics for ray tracing using space subdivision",
-/// 1990), and these again, until a handful is left. The tree needs no pointers: how many come into
-/// which part tells their count alone, as in a packed R-tree (Leutenegger, Lopez and Edgington,
-/// "STR", 1997).
+/// 1990), and these again, until a handful is left.
 ///
 /// A part is parted when somebody looks into it for the first time. After a layout has moved
 /// everything, the window that is painted needs a few of the parts: the others cost nothing until
@@ -46,7 +45,7 @@ public:
     /// Order   none
     template <typename F>
     void find(const tamsel7::rectangle<double>& area, F found) {
-        find_in(0, entries.size(), area, found);
+        find_in(0, 0, entries.size(), area, found);
     }
 
     std::size_t size() const { return entries.size(); }
@@ -75,11 +74,11 @@ private:
     };
     using entry_iterator = std::vector<Entry>::iterator;
     class Hull;
-    /// What surrounds either half of some entries.
-    struct Split {
-        Bound before;
-        Bound after;
-        bool is_made;
+    /// Entries side by side, and what surrounds them.
+    struct Part {
+        Bound bound;
+        std::uint32_t halves; ///< the place of the first, the second behind it; 0 while not parted
+        std::uint32_t cut;    ///< where the second half begins among the entries
     };
 
     // Written so that a side of the area that is no number keeps nothing away.
@@ -90,24 +89,23 @@ private:
     }
     static bool meets_between(const Bound& bound, const tamsel7::rectangle<double>& area);
 
-    /// Duty: first is a multiple of GROUP
     template <typename F>
-    void find_in(std::size_t first, std::size_t last, const tamsel7::rectangle<double>& area,
-                 F& found) {
+    void find_in(std::size_t part, std::size_t first, std::size_t last,
+                 const tamsel7::rectangle<double>& area, F& found) {
         if (last - first <= GROUP) {
             find_among(first, last, area, found);
             return;
         }
-        const std::size_t cut = first + count_before_cut(last - first);
-        Split& split = splits[cut / GROUP];
-        if (!split.is_made) {
-            make(split, first, cut, last);
+        if (parts[part].halves == 0) {
+            halve(part, first, last);
         }
-        if (meets(split.before, area)) {
-            find_in(first, cut, area, found);
+        const std::size_t half = parts[part].halves;
+        const std::size_t cut = parts[part].cut;
+        if (meets(parts[half].bound, area)) {
+            find_in(half, first, cut, area, found);
         }
-        if (meets(split.after, area)) {
-            find_in(cut, last, area, found);
+        if (meets(parts[half + 1].bound, area)) {
+            find_in(half + 1, cut, last, area, found);
         }
     }
 
@@ -124,22 +122,27 @@ private:
     enum class axis_t { x, left_y, right_y };
     static constexpr std::size_t SAMPLES = 32;
 
-    /// Whole groups, and the same number of them again and again in what lies before.
-    static std::size_t count_before_cut(std::size_t count);
-    void make(Split& split, std::size_t first, std::size_t cut, std::size_t last);
-    static void part(entry_iterator first, entry_iterator cut, entry_iterator last);
-    static axis_t choose_axis(entry_iterator first, entry_iterator last);
+    /// Where some samples would be parted along an axis.
+    struct Cut {
+        axis_t axis;
+        float at;    ///< twice the mean of their middles
+        double area; ///< what the halves cover together
+    };
+
+    void halve(std::size_t part, std::size_t first, std::size_t last);
+    static entry_iterator part_in_two(entry_iterator first, entry_iterator last);
+    static Cut choose_cut(entry_iterator first, entry_iterator last);
     template <axis_t axis>
     static float middle_along(const Bound& bound);
     template <axis_t axis>
-    static void part_along(entry_iterator first, entry_iterator cut, entry_iterator last);
+    static entry_iterator part_along(entry_iterator first, entry_iterator last, float at);
     template <axis_t axis>
-    static double area_parted_along(const std::array<Bound, SAMPLES>& samples);
+    static Cut cut_along(const std::array<Bound, SAMPLES>& samples);
     static double area_of(const Bound& bound);
     static Bound bound_around(entry_iterator first, entry_iterator last);
 
     std::vector<Entry> entries;
-    std::vector<Split> splits; ///< each at the group that its second half begins with
+    std::vector<Part> parts; ///< the whole at first
 };
 
 } // namespace nurvex7
