@@ -144,4 +144,14 @@ inline Bench nested(std::size_t n) {
     return b;
 }
 
+/// Gives a node in the midst of a graph twenty more children, which lead nowhere.
+inline nurvex7::Node add_fan(nurvex7::Graph& graph) {
+    nurvex7::NodeSet owned = graph.GetRoot().GetOwned();
+    nurvex7::Node middle = owned.GetItem(owned.GetCount() / 2);
+    for (nurvex7::Node& child : add_nodes(middle.GetOwner(), 20)) {
+        middle.LinkTo(child);
+    }
+    return middle;
+}
+
 } // namespace families

@@ -122,7 +122,7 @@ public:
     static constexpr int HEIGHT = 600;
 
     explicit Viewer(families::Bench given)
-        : bench(std::move(given)), control(window), fan(add_fan(*bench.graph)) {
+        : bench(std::move(given)), control(window), fan(families::add_fan(*bench.graph)) {
         bench.graph->SetDefaultNodeHandler(
             nurvex7::graph_ptr2<nurvex7::INodeHandler>(&handler, /*owns=*/false));
         control.tooltip_delay = 0;
@@ -159,16 +159,6 @@ public:
     brevolt7::CWindowControl control;
     nurvex7::Node fan;
     nurvex7::CGraphViewer* viewer = nullptr; ///< the control's
-
-private:
-    static nurvex7::Node add_fan(nurvex7::Graph& graph) {
-        nurvex7::NodeSet owned = graph.GetRoot().GetOwned();
-        nurvex7::Node middle = owned.GetItem(owned.GetCount() / 2);
-        for (int i = 0; i < 20; ++i) {
-            middle.LinkTo(middle.GetOwner().AddNode());
-        }
-        return middle;
-    }
 };
 
 } // namespace stage
