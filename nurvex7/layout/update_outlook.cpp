@@ -21,21 +21,11 @@ public:
 
     UpdateOutlook of(const Node& owner) {
         NodeSet owned = owner.GetOwned();
-        bool all_known = true;
-        bool any_comes_back = false;
-        for (int i = 0; i < owned.GetCount() && all_known; ++i) {
-            const Node n = owned.GetItem(i);
-            if (takes_part(n)) {
-                const NodeInfo info = record_of(n);
-                all_known = info.is_old;
-                any_comes_back = any_comes_back || comes_back(n, info);
-            }
-        }
         // An old node keeps its place, and one that comes back has one: where no node is unknown,
         // everything fits, and how they hang together need not be known.
-        if (all_known) {
-            return any_comes_back || has_new_edge(owned) ? UpdateOutlook::FITS
-                                                         : UpdateOutlook::NOTHING_NEW;
+        if (knows_all(owned)) {
+            return any_comes_back(owned) || has_new_edge(owned) ? UpdateOutlook::FITS
+                                                                : UpdateOutlook::NOTHING_NEW;
         }
         UpdateOutlook outlook = UpdateOutlook::NOTHING_NEW;
         for (int i = 0; i < owned.GetCount(); ++i) {
@@ -48,8 +38,43 @@ public:
     }
 
 private:
+    /// Whether all that take part have a place, and no edge leads to a stranger: to a node of
+    /// another graph, or of another owner, as removals can leave it.
+    bool knows_all(NodeSet& owned) const {
+        std::vector<int> places;
+        std::vector<bool> is_known(answers.GetPlaceCount());
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            const Node n = owned.GetItem(i);
+            const int place = answers.FindPlace(n);
+            if (place < 0 || (takes_part(n) && !record_of(n).is_old)) {
+                return false;
+            }
+            is_known[static_cast<std::size_t>(place)] = true;
+            places.push_back(place);
+        }
+        return std::all_of(places.begin(), places.end(), [&](int place) {
+            const auto leads_home = [&](const StructureIndex::Link& link) {
+                return is_known[static_cast<std::size_t>(link.node)];
+            };
+            const auto children = answers.ChildLinks(place);
+            const auto parents = answers.ParentLinks(place);
+            return std::all_of(children.begin(), children.end(), leads_home) &&
+                   std::all_of(parents.begin(), parents.end(), leads_home);
+        });
+    }
+
     static bool comes_back(const Node& n, const NodeInfo& info) {
         return info.is_old && info.was_hidden && !IsFlagSet(n, NODE_HIDDEN);
+    }
+
+    bool any_comes_back(NodeSet& owned) const {
+        for (int i = 0; i < owned.GetCount(); ++i) {
+            const Node n = owned.GetItem(i);
+            if (comes_back(n, record_of(n))) {
+                return true;
+            }
+        }
+        return false;
     }
 
     bool has_new_edge(NodeSet& owned) const {

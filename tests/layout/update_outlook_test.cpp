@@ -28,6 +28,7 @@ void move_in_before_all(TestGraph& g) {
 }
 
 TEST(LookAhead, TellsWhatAnUpdateWouldMeet) {
+    TestGraph elsewhere("f");
     struct {
         const char* what;
         const char* words; ///< the graph that is drawn first
@@ -49,6 +50,9 @@ TEST(LookAhead, TellsWhatAnUpdateWouldMeet) {
          UpdateOutlook::DOES_NOT_FIT},
         {"an edge to a node that stays hidden", "a>b c !c", adding("a>c"),
          UpdateOutlook::NOTHING_NEW},
+        {"an edge to a node of another graph", "a>b",
+         [&](TestGraph& g) { g.add_edge(g.node("b"), elsewhere.node("f")); },
+         UpdateOutlook::DOES_NOT_FIT},
         {"an old node that is hidden now", "a>b b>c", [](TestGraph& g) { Hide(g.node("b")); },
          UpdateOutlook::NOTHING_NEW},
         {"a node that met a resize first", "a>b",
