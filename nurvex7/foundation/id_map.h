@@ -121,13 +121,13 @@ public:
     // little later the page.
     void ask_for_slot(int id) const {
         if (!table.empty()) {
-            __builtin_prefetch(&table[slot_of(id >> PAGE_BITS)]);
+            prefetch_line(&table[slot_of(id >> PAGE_BITS)]);
         }
     }
     void ask_for_page(int id) const {
         if (const Page* const page = find_page(id >> PAGE_BITS)) {
-            __builtin_prefetch(page);
-            __builtin_prefetch(page->at(id & (PAGE_SIZE - 1)));
+            prefetch_line(page);
+            prefetch_line(page->at(id & (PAGE_SIZE - 1)));
         }
     }
 

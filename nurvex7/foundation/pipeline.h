@@ -27,11 +27,16 @@ void for_each_ahead(std::size_t count, F f, Asks... asks) {
     }
 }
 
-/// Asks for the line of memory that something begins in, and the one behind it. Null is nothing.
+/// Asks for the line of memory that something begins in. Null is nothing.
+inline void prefetch_line(const void* at) {
+    __builtin_prefetch(at);
+}
+
+/// Asks for that line and the one behind it. Null is nothing.
 inline void prefetch(const void* at) {
     if (at != nullptr) {
-        __builtin_prefetch(at);
-        __builtin_prefetch(static_cast<const char*>(at) + 64);
+        prefetch_line(at);
+        prefetch_line(static_cast<const char*>(at) + 64);
     }
 }
 
@@ -40,7 +45,7 @@ inline void prefetch(const void* at, std::size_t size) {
     constexpr std::size_t LINE = 64;
     if (at != nullptr) {
         for (std::size_t offset = 0; offset < size; offset += LINE) {
-            __builtin_prefetch(static_cast<const char*>(at) + offset);
+            prefetch_line(static_cast<const char*>(at) + offset);
         }
     }
 }

@@ -1,3 +1,4 @@
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
 
@@ -142,8 +143,8 @@ void IncLayout::ForceField::gather(const std::vector<Join>& all) {
             feel(all[i].before, all[i].after, all[i].edge, out);
         },
         [&](std::size_t i) {
-            __builtin_prefetch(all[i].before);
-            __builtin_prefetch(all[i].after);
+            prefetch_line(all[i].before);
+            prefetch_line(all[i].after);
             prefetch(all[i].edge);
         },
         [&](std::size_t i) { prefetch(all[i].edge->known_vis); });
@@ -296,8 +297,8 @@ void IncLayout::ForceField::store() const {
         node.SetPosition(node.GetPosition().x, y[place]);
     };
     for_each_ahead(
-        own, store_y, [&](std::size_t place) { __builtin_prefetch(impl_of(place)); },
-        [&](std::size_t place) { __builtin_prefetch(place_address(*impl_of(place))); });
+        own, store_y, [&](std::size_t place) { prefetch_line(impl_of(place)); },
+        [&](std::size_t place) { prefetch_line(place_address(*impl_of(place))); });
 }
 
 // Straightens edges: moves the nodes of each level along it, never past one another. Real nodes

@@ -257,8 +257,8 @@ protected:
     void level_changed(std::size_t level);
 
     /// Called before each phase and now and then in its midst. A derived layout may let others have
-    /// their turn here, or end the run by throwing; the owner has to be laid out anew then. It must
-    /// not touch the graph.
+    /// their turn here, or end the run by throwing; the outermost owner that is being served has to
+    /// be laid out anew then. It must not touch the graph.
     virtual void checkpoint() {}
 
 private:

@@ -134,8 +134,8 @@ inline void ask_for_pairs(const LocalNodeInfo& info) {
 }
 inline void ask_for_held(const LocalNodeInfo& info) {
     info.for_each_neighbour([](const NodeEdgePair& pair) {
-        __builtin_prefetch(pair.node.get_impl().get());
-        __builtin_prefetch(pair.edge.get_impl().get());
+        prefetch_line(pair.node.get_impl().get());
+        prefetch_line(pair.edge.get_impl().get());
     });
 }
 inline void ask_for_lists(const NodeInfo&) {}

@@ -1,5 +1,6 @@
 // How runs nest: who is served before whom, and what one run takes over from the one before.
 
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/level_graph.h"
 #include "nurvex7/layout/ordinals.h"
@@ -174,7 +175,7 @@ void IncLayout::release_levels(std::vector<std::vector<Node>>& levels) {
         const std::size_t count = level.size();
         for_each_ahead(
             count, [&](std::size_t) { level.pop_back(); },
-            [&](std::size_t i) { __builtin_prefetch(level[count - 1 - i].get_impl().get()); });
+            [&](std::size_t i) { prefetch_line(level[count - 1 - i].get_impl().get()); });
     }
     levels.clear();
 }

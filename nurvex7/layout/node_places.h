@@ -65,10 +65,10 @@ public:
         };
         for_each_ahead(
             entries.size(), take,
-            [&](std::size_t i) { __builtin_prefetch(entries[i]->first.get_impl().get()); },
+            [&](std::size_t i) { prefetch_line(entries[i]->first.get_impl().get()); },
             [&](std::size_t i) {
                 entries[i]->second.for_each_neighbour(
-                    [](const NodeEdgePair& p) { __builtin_prefetch(p.node.get_impl().get()); });
+                    [](const NodeEdgePair& p) { prefetch_line(p.node.get_impl().get()); });
             });
     }
 
@@ -92,14 +92,14 @@ void for_each_on_level(Level& level, F f) {
     const auto run_of = [&](std::size_t i) { return level[i].get_impl()->run; };
     for_each_ahead(
         level.size(), [&](std::size_t i) { f(level[i]); },
-        [&](std::size_t i) { __builtin_prefetch(level[i].get_impl().get()); },
+        [&](std::size_t i) { prefetch_line(level[i].get_impl().get()); },
         [&](std::size_t i) {
-            __builtin_prefetch(place_address(*level[i].get_impl()));
-            __builtin_prefetch(run_of(i));
+            prefetch_line(place_address(*level[i].get_impl()));
+            prefetch_line(run_of(i));
         },
         [&](std::size_t i) {
             if (run_of(i) != nullptr) {
-                __builtin_prefetch(run_of(i)->get_edge().get());
+                prefetch_line(run_of(i)->get_edge().get());
             }
         });
 }

@@ -226,7 +226,7 @@ private:
         by_id.clear([](const entry& e) { ask_for_lists(e.second); },
                     [](const entry& e) { ask_for_pairs(e.second); },
                     [](const entry& e) {
-                        __builtin_prefetch(e.first.get_impl().get());
+                        prefetch_line(e.first.get_impl().get());
                         ask_for_held(e.second);
                     });
         has_bends_by_id = false;

@@ -1,3 +1,4 @@
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/layout/inc_layout.h"
 #include "nurvex7/layout/node_places.h"
 #include "nurvex7/layout/run_edges.h"
@@ -176,7 +177,7 @@ void IncLayout::fill_level(std::size_t k, const std::vector<Turn>& turns) {
             const Returning& node = from[turns[i].at];
             level_nodes[k].emplace_back(node.vis, node.impl);
         },
-        [&](std::size_t i) { __builtin_prefetch(from[turns[i].at].impl); });
+        [&](std::size_t i) { prefetch_line(from[turns[i].at].impl); });
 }
 
 bool IncLayout::stands_as_before(std::size_t k, const std::vector<Turn>& turns) const {

@@ -1,5 +1,6 @@
 #include "nurvex7/layout/ordinals.h"
 
+#include "nurvex7/foundation/pipeline.h"
 #include "nurvex7/layout/y_order.h"
 
 #include <algorithm>
@@ -41,8 +42,8 @@ void Ordinals::gather(const std::vector<Join>& joins, const NodePlaces& places) 
         }
     };
     for_each_ahead(joins.size(), add, [&](std::size_t i) {
-        __builtin_prefetch(joins[i].before);
-        __builtin_prefetch(joins[i].after);
+        prefetch_line(joins[i].before);
+        prefetch_line(joins[i].after);
     });
 }
 
@@ -108,8 +109,8 @@ void Ordinals::store(std::vector<std::vector<Node>>& level_nodes) const {
         };
         for_each_ahead(
             order.size(), store_next,
-            [&](std::size_t i) { __builtin_prefetch(node_at(i).get_impl().get()); },
-            [&](std::size_t i) { __builtin_prefetch(place_address(*node_at(i).get_impl())); });
+            [&](std::size_t i) { prefetch_line(node_at(i).get_impl().get()); },
+            [&](std::size_t i) { prefetch_line(place_address(*node_at(i).get_impl())); });
         level_nodes[k].swap(sorted);
     }
 }
