@@ -189,8 +189,10 @@ void SeriesLayout::restore_chain(const Crossings& at, const Edge& edge, std::vec
     const int first = first_on_level(order);
     const int last = last_on_level(order, bends.GetCount());
     for (int i = first; i <= last; ++i) {
-        if (!old_info[bends.GetItem(i)].is_old) {
-            return; // an edge that has come since has no chain yet
+        const NodeInfo old = old_info[bends.GetItem(i)];
+        const bool stood = old.is_old && (i % 2 != 0 || old.level >= 0);
+        if (!stood) {
+            return; // one that has come since, or came out of the owner since, has no chain yet
         }
     }
     for (int i = first; i <= last; ++i) {

@@ -88,12 +88,11 @@ void IncLayout::put_dummy_on_level(const Node& dummy, int level) {
 // is on the level, its partner is placed with it.
 void IncLayout::insert_dummy_nodes_between(const Node& from, const Node& to, const Edge& edge) {
     const int level = (*cur_info)[to].level;
-    insert_dummy_nodes_between(
-        Crossing{from, to, edge, from.GetOwner().GetID(), (*cur_info)[from].level, level});
+    insert_bends(Crossing{from, to, edge, from.GetOwner().GetID(), (*cur_info)[from].level, level});
 }
 
 // The head lies anywhere in the memory, and need not be looked at.
-void IncLayout::insert_dummy_nodes_between(const Crossing& crossing) {
+void IncLayout::insert_bends(const Crossing& crossing) {
     const auto& [from, to, edge, owner_id, from_level, to_level] = crossing;
     const int d = to_level - from_level;
     if (d == 0) {

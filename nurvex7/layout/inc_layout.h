@@ -307,7 +307,7 @@ private:
         int from_level;
         int to_level;
     };
-    void insert_dummy_nodes_between(const Crossing& crossing);
+    void insert_bends(const Crossing& crossing);
     void insert_chain(const Crossing& crossing, const BreakRun& b, int skipped, int sign);
     bool is_marked_reversed(const Edge& edge);
 

@@ -267,13 +267,15 @@ void IncLayout::place_if_new(RunEdges& edges, int i) {
         insert_dummy_nodes_inout(n, ORDER_IN);
         insert_dummy_nodes_inout(n, ORDER_OUT);
     }
+    if (n.IsDummy()) {
+        return; // a handler has removed it since, and its edges with it
+    }
     const int owner_id = n.GetOwner().GetID();
     for (const RunEdge& e : edges.out_of(i)) {
         if (e.is_new && !edges.is_hidden(e.head, *run_nodes)) {
             const Node& to = edges.node_at(e.head, *run_nodes);
             const int to_level = e.head >= 0 ? info_of(e.head).level : (*cur_info)[to].level;
-            insert_dummy_nodes_between(
-                Crossing{n, to, edges.edge_of(e), owner_id, info_of(i).level, to_level});
+            insert_bends(Crossing{n, to, edges.edge_of(e), owner_id, info_of(i).level, to_level});
             edges.find_new_run(edges.number_of(e));
         }
     }

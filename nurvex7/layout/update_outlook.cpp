@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace nurvex7 {
@@ -23,7 +24,7 @@ public:
         NodeSet owned = owner.GetOwned();
         // An old node keeps its place, and one that comes back has one: where no node is unknown,
         // everything fits, and how they hang together need not be known.
-        if (knows_all(owned)) {
+        if (knows_all(owner, owned)) {
             return any_comes_back(owned) || has_new_edge(owned) ? UpdateOutlook::FITS
                                                                 : UpdateOutlook::NOTHING_NEW;
         }
@@ -40,26 +41,25 @@ public:
 private:
     /// Whether all that take part have a place, and no edge leads to a stranger: to a node of
     /// another graph, or of another owner, as removals can leave it.
-    bool knows_all(NodeSet& owned) const {
-        std::vector<int> places;
-        std::vector<bool> is_known(answers.GetPlaceCount());
+    bool knows_all(const Node& owner, NodeSet& owned) const {
+        const int home = answers.FindPlace(owner);
         for (int i = 0; i < owned.GetCount(); ++i) {
             const Node n = owned.GetItem(i);
             const int place = answers.FindPlace(n);
-            if (place < 0 || (takes_part(n) && !record_of(n).is_old)) {
+            const bool known = !takes_part(n) || record_of(n).is_old;
+            if (place < 0 || !known || !leads_home(answers.ChildLinks(place), home) ||
+                !leads_home(answers.ParentLinks(place), home)) {
                 return false;
             }
-            is_known[static_cast<std::size_t>(place)] = true;
-            places.push_back(place);
         }
-        return std::all_of(places.begin(), places.end(), [&](int place) {
-            const auto leads_home = [&](const StructureIndex::Link& link) {
-                return is_known[static_cast<std::size_t>(link.node)];
-            };
-            const auto children = answers.ChildLinks(place);
-            const auto parents = answers.ParentLinks(place);
-            return std::all_of(children.begin(), children.end(), leads_home) &&
-                   std::all_of(parents.begin(), parents.end(), leads_home);
+        return true;
+    }
+
+    bool leads_home(std::span<const StructureIndex::Link> links, int home) const {
+        return std::all_of(links.begin(), links.end(), [&](const StructureIndex::Link& link) {
+            return answers.IsInside(link.node) &&
+                   answers.OwnerPlaceOf(static_cast<std::size_t>(link.node)) ==
+                       static_cast<std::size_t>(home);
         });
     }
 

@@ -68,12 +68,12 @@ void _sort_by_stretches(std::vector<Turn>& turns, const Stretches& stretches) {
 
 // The nodes of a level stand about evenly along it, so that few of them lie in one stretch.
 void sort_by_y(std::vector<Turn>& turns) {
-    if (std::is_sorted(turns.begin(), turns.end(), _is_above)) {
-        return;
-    }
     const auto is_finite = [](const Turn& turn) { return std::isfinite(turn.y); };
     if (!std::all_of(turns.begin(), turns.end(), is_finite)) {
         std::stable_sort(turns.begin(), turns.end(), _is_above);
+        return;
+    }
+    if (std::is_sorted(turns.begin(), turns.end(), _is_above)) {
         return;
     }
     const auto ends = std::minmax_element(turns.begin(), turns.end(), _is_above);

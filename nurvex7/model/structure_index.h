@@ -94,6 +94,8 @@ public:
     int& NoteOfPlace(int place) const { return place_notes[static_cast<std::size_t>(place)]; }
     int& NoteOfEdge(int number) const { return edge_notes[static_cast<std::size_t>(number)]; }
 
+    /// False for the places behind all that GetNodes gives.
+    bool IsInside(int place) const { return static_cast<std::size_t>(place) < nodes.size(); }
     /// The place of the owner of the node at a place inside.
     std::size_t OwnerPlaceOf(std::size_t place) const {
         return static_cast<std::size_t>(owner_place[place]);

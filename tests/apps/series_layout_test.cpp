@@ -59,4 +59,17 @@ TEST(SeriesLayout, DrawsWithSharedTablesWhatItDrawsWithoutThem) {
     EXPECT_GT(updates, 1000);
 }
 
+// Its edge to a sibling has come to cross the border, and the bends of that edge stand on no level.
+TEST(SeriesLayout, BearsANodeThatLeavesItsOwner) {
+    nurvex::SeriesLayout layout(30, 12, 2, 5);
+    TestGraph g("C/a C/b C/c C/a>C/b C/a>C/c d>C");
+    g.use_layout(layout);
+    g.make();
+    g.node("b").SetOwner(g.root());
+    ASSERT_EQ(layout.LookAhead(g.root()), UpdateOutlook::FITS);
+    g.update(g.root());
+    EXPECT_GT(g.node("b").GetPosition().x,
+              g.node("C").GetPosition().x + g.node("C").GetSize().width);
+}
+
 } // namespace

@@ -60,4 +60,35 @@ TEST(NewNodesYCoords, ALevelOfNewNodesAloneFollowsItsNeighbours) {
     EXPECT_EQ(g.node("e").GetPosition().y, g.node("b").GetPosition().y);
 }
 
+/// Removes a node when the root is measured: in the midst of the run.
+class Remover : public SizedNodeHandler {
+public:
+    explicit Remover(const Node& node) : removed(node) {}
+
+    using SizedNodeHandler::GetSize;
+    tamsel7::size<double> GetSize(Node node) override {
+        if (IsRoot(node)) {
+            removed.Remove();
+        }
+        return SizedNodeHandler::GetSize(node);
+    }
+
+private:
+    Node removed;
+};
+
+TEST(PlaceNewNodes, BearsThatOneIsRemovedInTheMidstOfTheRun) {
+    for (const char* added : {"n", "b>n a>n", "n>a"}) {
+        TestGraph g("a>b b>c");
+        g.make();
+        g.add(added);
+        const Node n = g.node("n");
+        Remover remover(n);
+        g.graph->SetDefaultNodeHandler(graph_ptr2<INodeHandler>(&remover, /*owns=*/false));
+        g.update(g.root());
+        EXPECT_TRUE(n.IsDummy());
+        EXPECT_EQ(g.node("c").GetPosition().y, g.node("b").GetPosition().y);
+    }
+}
+
 } // namespace
