@@ -13,7 +13,7 @@ namespace nurvex7 {
 /// when its turn comes. Order   `f` by ascending i
 template <typename F, typename... Asks>
 void for_each_ahead(std::size_t count, F f, Asks... asks) {
-    constexpr std::size_t STEPS = 6;
+    constexpr std::size_t STEPS = 10;
     for (std::size_t turn = 0; turn < count + STEPS * sizeof...(asks); ++turn) {
         std::size_t late = 0;
         const auto take = [&](auto& step) {
