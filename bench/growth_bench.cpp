@@ -44,7 +44,9 @@ void HitTest(benchmark::State& state, family_t family, double width, double heig
         hits += b.graph->HitNodeTest(x, y, x + width, y + height).GetCount();
         hits += b.graph->HitEdgeTest(x, y, x + width, y + height).GetCount();
     };
-    test(); // the first builds the index
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        test(); // the first one at each place parts the index there
+    }
     hits = 0;
     for (auto _ : state) {
         test();
