@@ -2,7 +2,7 @@
 // the button until the view is painted, and until the overview is, too. Beside it stands what one
 // full layout of the same graph takes on plain arrays, which tells how fast the machine is.
 //
-//     window_bench [NODES ...]
+//     nurvex7_window_bench [NODES ...]
 
 #include "apps/nurvex/view_window.h"
 #include "bench/families.h"
